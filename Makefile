@@ -1,0 +1,49 @@
+# Thin wrapper around CMake. `make demo` and `make test` work on a fresh
+# Debian 12 machine: `setup` installs what is missing first.
+
+BUILD          ?= build
+SANITIZE_BUILD ?= build-sanitize
+JOBS           ?= $(shell nproc 2>/dev/null || echo 2)
+PACKAGES       := cmake g++ make pkg-config libxml2-dev libgtest-dev xsltproc libxml2-utils
+
+.PHONY: all setup build test demo sanitize format clean
+
+all: build
+
+setup:
+	@missing=""; \
+	for p in $(PACKAGES); do \
+	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'install ok installed' || missing="$$missing $$p"; \
+	done; \
+	if [ -z "$$missing" ]; then echo "setup: all packages present"; exit 0; fi; \
+	if [ "$$(id -u)" != 0 ]; then \
+	  echo "setup: missing Debian packages:$$missing"; \
+	  echo "setup: run as root, or: sudo apt-get install$$missing"; exit 1; \
+	fi; \
+	echo "setup: installing$$missing"; \
+	export DEBIAN_FRONTEND=noninteractive; \
+	apt-get update -qq && apt-get install -y -qq --no-install-recommends $$missing >/dev/null \
+	  || { echo "setup: could not install:$$missing"; exit 1; }
+
+build: setup
+	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS)
+
+test: build
+	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+demo: build
+	@sh examples/run-demo.sh $(BUILD)
+
+sanitize: setup
+	@cmake -S . -B $(SANITIZE_BUILD) -DCMAKE_BUILD_TYPE=Debug -DQENDOR_SANITIZE=ON >/dev/null
+	@cmake --build $(SANITIZE_BUILD) -j $(JOBS)
+	@cd $(SANITIZE_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+	  ctest --output-on-failure -j $(JOBS)
+
+format:
+	@clang-format -i app/*.h app/*.cc input/*.h input/*.cc verify/*.h verify/*.cc \
+	  report/*.h report/*.cc tests/*.h tests/*.cc
+
+clean:
+	rm -rf $(BUILD) $(SANITIZE_BUILD)

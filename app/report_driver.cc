@@ -1,0 +1,84 @@
+#include "app/report_driver.h"
+
+#include <sys/stat.h>
+
+#include <cstdio>
+
+#include "app/paths.h"
+#include "app/run_settings.h"
+#include "report/html_report.h"
+#include "report/result_document.h"
+#include "report/xml_node.h"
+
+namespace qendor {
+
+namespace {
+
+// Opens the file for writing (creating or emptying it) and closes it again.
+bool canCreate(const std::string& path) {
+  FILE* file = std::fopen(path.c_str(), "w");
+  if (!file) return false;
+  std::fclose(file);
+  return true;
+}
+
+}  // namespace
+
+int writeReport(const std::string& fullName, int32_t number) {
+  const RunSettings& r = run();
+  const std::string stem = std::string(r.outDirectory ? r.outDirectory : "") + "\\" +
+                           baseReportName(fullName);
+  const std::string xmlPath = normalisePath(stem + ".xml");
+  const std::string htmlPath = normalisePath(stem + ".html");
+
+  if (!canCreate(xmlPath)) {
+    // Only the last path component is created. The mode is the decimal number
+    // 777 on purpose, as harnesses have always got it.
+    mkdir(normalisePathCopy(r.outDirectory).c_str(), 777);
+    if (!canCreate(xmlPath)) return 25;
+  }
+
+  int resultCode = 25;
+  XmlNodePtr root(number < 1 ? buildTestContextDocument(resultCode)
+                             : buildTestCaseDocument(number, resultCode));
+  saveXmlDocument(root.get(), xmlPath);
+  root.reset();
+
+  if (!renderHtml(xmlPath, htmlPath)) {
+    std::printf("HTML report <%s> could not be created correctly.", htmlPath.c_str());
+    std::remove(xmlPath.c_str());
+    std::remove(htmlPath.c_str());
+    resultCode = 25;
+  }
+  return resultCode;
+}
+
+int runReports() {
+  RunSettings& r = run();
+  int result = 12;
+  if (!r.testCaseName.empty()) {
+    result = 22;
+    bool found = false;
+    for (const auto& [number, name] : r.testCaseNames) {
+      if (name != r.testCaseName) continue;
+      found = true;
+      result = writeReport(name, number);
+      break;
+    }
+    if (!found) {
+      std::printf("TestCase <%s> could not be found in inofile.", r.testCaseName.c_str());
+    }
+  } else if (!r.testContextName.empty()) {
+    // Copy the members first: writing a report may insert entries into the table.
+    std::vector<std::pair<int32_t, std::string>> members;
+    for (const auto& [number, name] : r.testCaseNames) {
+      if (contextOf(name) == r.testContextName) members.emplace_back(number, name);
+    }
+    for (const auto& [number, name] : members) writeReport(name, number);
+    result = writeReport(r.testContextName, -1);
+  }
+  releaseRunTables();
+  return result;
+}
+
+}  // namespace qendor

@@ -1,0 +1,19 @@
+// Decides which reports a run writes, writes them and returns the exit status.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace qendor {
+
+// Writes the report of the "-tcase" test case, or those of every test case of
+// the "-tcontext" context followed by the context's own, then releases the run
+// tables. Returns the run's status code.
+int runReports();
+
+// Writes the XML and HTML report of one test case, or of the test context when
+// `number` is below 1. `fullName` only names the files. Returns the status
+// code of the document, or 25 when a file could not be written.
+int writeReport(const std::string& fullName, int32_t number);
+
+}  // namespace qendor

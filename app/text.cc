@@ -1,0 +1,52 @@
+#include "app/text.h"
+
+#include <limits>
+
+namespace qendor {
+
+std::string_view cutField(std::string_view& rest, std::string_view separator) {
+  size_t at = rest.find(separator);
+  if (at == std::string_view::npos) return rest;
+  std::string_view field = rest.substr(0, at);
+  rest.remove_prefix(at + separator.size());
+  return field;
+}
+
+int32_t readInt32(std::string_view text) {
+  size_t i = 0;
+  // The white space of isspace in the C locale.
+  while (i < text.size() && (text[i] == ' ' || (text[i] >= '\t' && text[i] <= '\r'))) ++i;
+  bool negative = false;
+  if (i < text.size() && (text[i] == '+' || text[i] == '-')) {
+    negative = text[i] == '-';
+    ++i;
+  }
+  // Accumulate as a negative number so that the 64-bit minimum fits.
+  constexpr int64_t kMin = std::numeric_limits<int64_t>::min();
+  constexpr int64_t kMax = std::numeric_limits<int64_t>::max();
+  int64_t value = 0;
+  bool overflow = false;
+  for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+    int digit = text[i] - '0';
+    if (overflow) continue;
+    if (value < (kMin + digit) / 10) {
+      overflow = true;
+      continue;
+    }
+    value = value * 10 - digit;
+  }
+  int64_t result;
+  if (overflow) {
+    result = negative ? kMin : kMax;
+  } else if (negative) {
+    result = value;
+  } else {
+    result = value == kMin ? kMax : -value;
+  }
+  // Two's-complement wrap-round to 32 bits, as a cast of long to int does.
+  return static_cast<int32_t>(static_cast<uint32_t>(static_cast<uint64_t>(result)));
+}
+
+std::string decimalText(int64_t number) { return std::to_string(number); }
+
+}  // namespace qendor

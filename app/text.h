@@ -1,0 +1,33 @@
+// Small text helpers shared by the readers. The log and file formats cut their
+// fields leniently; these helpers name those rules so that a reader sees them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace qendor {
+
+inline bool startsWith(std::string_view text, std::string_view prefix) {
+  return text.substr(0, prefix.size()) == prefix;
+}
+
+inline bool contains(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
+
+// Takes the field before the first `separator` in `rest` and erases field and
+// separator from the front of `rest`. When the separator is missing the field
+// is the whole of `rest` and nothing is erased, so the next cut sees the same
+// text again (the not-found position plus the separator's length wraps round).
+std::string_view cutField(std::string_view& rest, std::string_view separator);
+
+// Reads a decimal number the way strtol with base 10 does (leading white
+// space, optional sign, digits up to the first non-digit, 0 without digits,
+// clamping to the 64-bit range on overflow) and wraps the result to 32 bits.
+int32_t readInt32(std::string_view text);
+
+// "%d" of a number.
+std::string decimalText(int64_t number);
+
+}  // namespace qendor

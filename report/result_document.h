@@ -1,0 +1,32 @@
+// Whole result documents: the root, the header with environment and
+// configuration, and the test context's status.
+#pragma once
+
+#include <libxml/tree.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace qendor {
+
+// The document of one test case. Returns the unattached "TestResult" element,
+// owned by the caller; `resultCode` becomes the exit status it implies.
+xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode);
+
+// The document of the test context named by `run().testContextName`.
+xmlNode* buildTestContextDocument(int& resultCode);
+
+// Sets "time" on the header and appends "EnvironmentInfo" and
+// "ConfigurationInfo".
+void addHeaderInfo(xmlNode* header);
+
+std::string currentTimeText();
+std::string userNameText();
+std::string machineNameText();
+std::string osNameText();
+
+// The exit status of a test case status text.
+int testCaseStatusCode(std::string_view status);
+
+}  // namespace qendor

@@ -1,0 +1,27 @@
+// Small helpers around libxml2 element trees.
+#pragma once
+
+#include <libxml/tree.h>
+
+#include <memory>
+#include <string_view>
+
+namespace qendor {
+
+struct XmlNodeFree {
+  void operator()(xmlNode* node) const { xmlFreeNode(node); }
+};
+// An element tree that is not attached to a document.
+using XmlNodePtr = std::unique_ptr<xmlNode, XmlNodeFree>;
+
+// A new element without namespace.
+xmlNode* newElement(const char* name);
+
+// A new element appended to `parent`.
+xmlNode* addElement(xmlNode* parent, const char* name);
+
+// Sets an attribute from a copy of `value`. When the copy cannot be made the
+// attribute is left out and nothing else changes.
+void setAttribute(xmlNode* node, const char* name, std::string_view value);
+
+}  // namespace qendor

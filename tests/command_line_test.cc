@@ -1,0 +1,116 @@
+#include "app/command_line.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/run_settings.h"
+
+namespace qendor {
+namespace {
+
+class CommandLine : public ::testing::Test {
+ protected:
+  void SetUp() override { resetRun(); }
+  void TearDown() override { resetRun(); }
+
+  bool parse(std::vector<std::string> words) {
+    words_ = std::move(words);
+    argv_.clear();
+    for (std::string& word : words_) argv_.push_back(word.data());
+    argv_.push_back(nullptr);
+    return parseCommandLine(static_cast<int>(words_.size()), argv_.data());
+  }
+
+  std::vector<std::string> words_;
+  std::vector<char*> argv_;
+};
+
+TEST_F(CommandLine, ThreeFilesAloneAreIncomplete) {
+  EXPECT_FALSE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o"}));
+  EXPECT_EQ(run().infoFile, nullptr);  // below eight words nothing is read
+}
+
+TEST_F(CommandLine, FourOptionsInAnyOrder) {
+  EXPECT_TRUE(parse({"qendor", "-tcontext", "Pkg.Ctx", "-outdirectory", "o", "-resultfile", "r",
+                     "-infofile", "i"}));
+  EXPECT_STREQ(run().infoFile, "i");
+  EXPECT_STREQ(run().resultFile, "r");
+  EXPECT_STREQ(run().outDirectory, "o");
+  EXPECT_EQ(run().testContextName, "Pkg.Ctx");
+  EXPECT_EQ(run().testCaseName, "");
+  EXPECT_EQ(run().reportLanguage, 1);
+}
+
+TEST_F(CommandLine, EmptyContextWithoutCaseIsIncomplete) {
+  EXPECT_FALSE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
+                      "-tcontext", ""}));
+}
+
+TEST_F(CommandLine, UnknownLanguageKeepsEnu) {
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
+                     "-tcase", "A.B", "-language", "XYZ"}));
+  EXPECT_EQ(run().reportLanguage, 1);
+}
+
+TEST_F(CommandLine, LastLanguageWins) {
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
+                     "-tcase", "A.B", "-language", "CHS", "-language", "KOR"}));
+  EXPECT_EQ(run().reportLanguage, 4);
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
+                     "-tcase", "A.B", "-language", "JPN", "-language", "ENU"}));
+  EXPECT_EQ(run().reportLanguage, 1);
+}
+
+TEST_F(CommandLine, UnknownWordsAreSkippedOneByOne) {
+  EXPECT_TRUE(parse({"qendor", "stray", "-infofile", "i", "-Resultfile", "-resultfile", "r",
+                     "-outdirectory", "o", "-tcase", "A.B"}));
+  EXPECT_STREQ(run().resultFile, "r");
+  EXPECT_EQ(run().testCaseName, "A.B");
+}
+
+TEST_F(CommandLine, RepeatedOptionOverwrites) {
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i1", "-resultfile", "r", "-outdirectory", "o",
+                     "-infofile", "i2", "-tcase", "A.B"}));
+  EXPECT_STREQ(run().infoFile, "i2");
+}
+
+TEST_F(CommandLine, OptionStandingLastIsNotGiven) {
+  EXPECT_FALSE(parse({"qendor", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B",
+                      "x", "-infofile"}));
+  EXPECT_EQ(run().infoFile, nullptr);
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
+                     "-tcase", "A.B", "-infofile"}));
+  EXPECT_STREQ(run().infoFile, "i");  // the earlier value stays
+}
+
+TEST_F(CommandLine, BothContextAndCaseAreAccepted) {
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
+                     "-tcontext", "P.C", "-tcase", "P.C.A"}));
+  EXPECT_EQ(run().testContextName, "P.C");
+  EXPECT_EQ(run().testCaseName, "P.C.A");
+}
+
+TEST_F(CommandLine, ProgramDirectoryIsCutBeforeProgramName) {
+  parse({"/opt/tools/qendor"});
+  EXPECT_EQ(run().programDirectory, "/opt/tools/");
+  parse({"qendor"});
+  EXPECT_EQ(run().programDirectory, "");
+  parse({"C:\\tools\\qendor.exe"});
+  EXPECT_EQ(run().programDirectory, "C:/tools/");
+  parse({"/opt/bin/report-tool"});
+  EXPECT_EQ(run().programDirectory, "/opt/bin/report-tool");
+  parse({"/home/qendor-build/bin/qendor"});
+  EXPECT_EQ(run().programDirectory, "/home/");
+}
+
+TEST(UsageLine, IsExact) {
+  EXPECT_STREQ(kUsageLine,
+               "qendor -infofile <infofile> -resultfile <resultfile> -outdirectory "
+               "<outdirectory> [-tcontext <testContext> | -tcase <testCase>] [- language <ENU | "
+               "CHS | CHT | KOR | JPN>]");
+}
+
+}  // namespace
+}  // namespace qendor

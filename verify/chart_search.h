@@ -1,0 +1,34 @@
+// Follows assertions through a statechart or flowchart.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "verify/chart_record.h"
+
+namespace qendor {
+
+// The records a search has entered; the caller passes a fresh set to each call.
+using VisitedRecords = std::unordered_set<const ChartRecord*>;
+
+// The first record of the test case's chart whose guid equals `guid`; null
+// when none does.
+const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase);
+
+// The record, reachable from `record`, in which `assertion` is performed;
+// null when there is none.
+const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
+                                  VisitedRecords& visited, int32_t testCase);
+const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
+                                 VisitedRecords& visited, int32_t testCase);
+
+// Non-null when the chart can run from `record` to a top-level termination
+// without passing another assertion.
+const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
+                                         int32_t testCase);
+const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
+                                        int32_t testCase);
+
+}  // namespace qendor

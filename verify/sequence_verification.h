@@ -1,0 +1,21 @@
+// Checks recorded messages one by one against a sequence diagram.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace qendor {
+
+// Accepts `message` at or after `position` in the test case's sequence lines
+// under the operator rules, moving `position` past the matched line. On false
+// the position stays where the search stopped. Throws std::out_of_range when a
+// scan runs past the last line or a marker lacks its "(" suffix.
+// Only call for a test case whose `run().sequenceLines` entry holds a list.
+bool verifySdMessage(const std::string& message, size_t& position, int32_t testCase);
+
+// True when a line equal to `message` follows the "LOOP_OPERAND_BEGIN" line at
+// `beginIndex` before the operand's closing marker.
+bool loopOperandContains(const std::string& message, size_t beginIndex, int32_t testCase);
+
+}  // namespace qendor
