@@ -1,0 +1,38 @@
+// Reads a text file line by line up to each line feed, fast on huge files.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qendor {
+
+class LineReader {
+ public:
+  // Opens `path` for reading; check isOpen(). A directory opens but reads as
+  // empty, as fopen and a read give on Linux.
+  explicit LineReader(const std::string& path);
+  ~LineReader();
+  LineReader(const LineReader&) = delete;
+  LineReader& operator=(const LineReader&) = delete;
+
+  bool isOpen() const { return file_ != nullptr; }
+
+  // The next line without its line feed; nothing else is trimmed (a carriage
+  // return stays). A last line without a line feed is returned too, unless it
+  // is empty. The view is valid until the next call. False at the end of the
+  // file or at the first read error.
+  bool next(std::string_view& line);
+
+ private:
+  bool fill();
+
+  FILE* file_ = nullptr;
+  std::vector<char> buffer_;
+  size_t begin_ = 0;  // start of the unread text in buffer_
+  size_t end_ = 0;    // end of the text read into buffer_
+  bool atEnd_ = false;
+};
+
+}  // namespace qendor

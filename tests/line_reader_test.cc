@@ -1,0 +1,55 @@
+#include "app/line_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/test_support.h"
+
+namespace qendor {
+namespace {
+
+std::vector<std::string> readAll(const std::string& path) {
+  LineReader reader(path);
+  std::vector<std::string> lines;
+  std::string_view line;
+  while (reader.next(line)) lines.emplace_back(line);
+  return lines;
+}
+
+TEST(LineReader, SplitsAtLineFeedsOnly) {
+  test::TempDir dir;
+  std::string path = dir.write("a.txt", "one\r\n two \n\nlast");
+  EXPECT_EQ(readAll(path), (std::vector<std::string>{"one\r", " two ", "", "last"}));
+}
+
+TEST(LineReader, TrailingLineFeedAddsNoEmptyLine) {
+  test::TempDir dir;
+  EXPECT_EQ(readAll(dir.write("a.txt", "a\nb\n")), (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(readAll(dir.write("e.txt", "")), std::vector<std::string>{});
+  EXPECT_EQ(readAll(dir.write("n.txt", "\n")), std::vector<std::string>{""});
+}
+
+TEST(LineReader, KeepsNulBytesAndLongLines) {
+  test::TempDir dir;
+  std::string big(10 * 1024 * 1024 + 3, 'x');
+  std::string content = std::string("a\0b", 3) + "\n" + big + "\nend";
+  auto lines = readAll(dir.write("big.txt", content));
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[0], std::string("a\0b", 3));
+  EXPECT_EQ(lines[1], big);
+  EXPECT_EQ(lines[2], "end");
+}
+
+TEST(LineReader, MissingFileDoesNotOpenAndDirectoryReadsEmpty) {
+  test::TempDir dir;
+  EXPECT_FALSE(LineReader(dir.file("missing")).isOpen());
+  LineReader folder(dir.path());
+  EXPECT_TRUE(folder.isOpen());
+  std::string_view line;
+  EXPECT_FALSE(folder.next(line));
+}
+
+}  // namespace
+}  // namespace qendor
