@@ -1,0 +1,301 @@
+// Runs the built program on scenario folders and checks stdout, the exit
+// status and the files it leaves behind.
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include <libxml/parser.h>
+
+#include "tests/test_support.h"
+
+extern char** environ;
+
+namespace qendor {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Outcome {
+  std::string out;
+  std::string err;
+  int status = -1;
+};
+
+// Runs `program` with `args` in `workDir` under a fixed environment.
+Outcome runProgram(const std::string& program, const std::vector<std::string>& args,
+                   const std::string& workDir, const std::string& path = "/usr/bin:/bin") {
+  test::TempDir capture;
+  std::string outFile = capture.file("stdout"), errFile = capture.file("stderr");
+  std::vector<std::string> env = {"PATH=" + path, "USERNAME=tester", "HOSTNAME=testhost",
+                                  "TZ=UTC", "LC_ALL=C"};
+  std::vector<char*> argv, envp;
+  std::vector<std::string> words = args;
+  words.insert(words.begin(), program);
+  for (std::string& w : words) argv.push_back(w.data());
+  argv.push_back(nullptr);
+  for (std::string& e : env) envp.push_back(e.data());
+  envp.push_back(nullptr);
+
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, 1, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                   0644);
+  posix_spawn_file_actions_addopen(&actions, 2, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                   0644);
+  // Run inside workDir: relative paths in the arguments are relative to it.
+  std::string previous = fs::current_path().string();
+  fs::current_path(workDir);
+  pid_t pid = 0;
+  int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
+  fs::current_path(previous);
+  posix_spawn_file_actions_destroy(&actions);
+  Outcome outcome;
+  if (spawned != 0) return outcome;
+  int wstatus = 0;
+  waitpid(pid, &wstatus, 0);
+  outcome.status = WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : 128 + WTERMSIG(wstatus);
+  outcome.out = test::readFile(outFile);
+  outcome.err = test::readFile(errFile);
+  return outcome;
+}
+
+// A scenario folder copied into a fresh temporary folder, with the program
+// and its stylesheets beside it.
+class Scenario {
+ public:
+  explicit Scenario(const std::string& name) {
+    fs::copy(std::string(QENDOR_SOURCE_DIR) + "/tests/scenarios/" + name, dir_.path(),
+             fs::copy_options::recursive);
+  }
+  const test::TempDir& dir() const { return dir_; }
+  std::string path(const std::string& name) const { return dir_.file(name); }
+
+  Outcome run(const std::vector<std::string>& args, const std::string& envPath = "/usr/bin:/bin") {
+    return runProgram(QENDOR_BINARY, args, dir_.path(), envPath);
+  }
+
+ private:
+  test::TempDir dir_;
+};
+
+// The XML text with the header's time masked, so that documents compare exactly.
+std::string maskedXml(const std::string& path) {
+  static const std::regex time(" time=\"[^\"]*\"");
+  return std::regex_replace(test::readFile(path), time, " time=\"*\"");
+}
+
+bool wellFormed(const std::string& path) {
+  xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR |
+                                                       XML_PARSE_NOWARNING);
+  if (!doc) return false;
+  xmlFreeDoc(doc);
+  return true;
+}
+
+std::vector<std::string> filesIn(const std::string& dir) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(dir)) names.push_back(entry.path().filename());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+const char kUsage[] =
+    "qendor -infofile <infofile> -resultfile <resultfile> -outdirectory <outdirectory> "
+    "[-tcontext <testContext> | -tcase <testCase>] [- language <ENU | CHS | CHT | KOR | JPN>]\n";
+
+std::vector<std::string> shopArgs(const std::string& which, const std::string& name) {
+  return {"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory", "out", which,
+          name};
+}
+
+TEST(EndToEnd, IncompleteCommandLinePrintsUsage) {
+  Scenario s("shop");
+  Outcome o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory",
+                     "out"});
+  EXPECT_EQ(o.out, kUsage);
+  EXPECT_EQ(o.status, 20);
+  o = s.run({});
+  EXPECT_EQ(o.out, kUsage);
+  EXPECT_EQ(o.status, 20);
+}
+
+TEST(EndToEnd, MissingInfoFile) {
+  Scenario s("shop");
+  Outcome o = s.run({"-infofile", "no\\such.info", "-resultfile", "results.log", "-outdirectory",
+                     "out", "-tcontext", "Pkg.Ctx"});
+  EXPECT_EQ(o.out, "infofile <no\\such.info> could not be read correctly.\n");
+  EXPECT_EQ(o.status, 21);
+  EXPECT_FALSE(test::fileExists(s.path("out/Ctx.xml")));
+}
+
+TEST(EndToEnd, MissingResultFileStillWritesReports) {
+  Scenario s("shop");
+  Outcome o = s.run({"-infofile", "shop.info", "-resultfile", "gone.log", "-outdirectory", "out",
+                     "-tcontext", "Pkg.Ctx"});
+  EXPECT_EQ(o.out, "resultfile <gone.log> could not be read correctly.\n");
+  EXPECT_EQ(o.status, 24);
+  EXPECT_TRUE(wellFormed(s.path("out/Ctx.xml")));
+  EXPECT_TRUE(test::fileExists(s.path("out/Ctx.html")));
+  EXPECT_TRUE(wellFormed(s.path("out/SdPass.xml")));
+}
+
+TEST(EndToEnd, UnknownTestCase) {
+  Scenario s("shop");
+  Outcome o = s.run(shopArgs("-tcase", "SdPass"));
+  EXPECT_EQ(o.out, "TestCase <SdPass> could not be found in inofile.");
+  EXPECT_EQ(o.status, 22);
+  EXPECT_FALSE(test::fileExists(s.path("out/SdPass.xml")));
+}
+
+TEST(EndToEnd, StatusOfEachTestCase) {
+  struct Case {
+    const char* name;
+    int status;
+  };
+  const Case cases[] = {{"Pkg.Ctx.SdPass", 0},  {"Pkg.Ctx.CodeFail", 10},
+                        {"Pkg.Ctx.Missing", 11}, {"Pkg.Ctx.Undef", 12},
+                        {"Pkg.Ctx.NoEnd", 13}};
+  for (const Case& c : cases) {
+    Scenario s("shop");
+    Outcome o = s.run(shopArgs("-tcase", c.name));
+    EXPECT_EQ(o.out, "") << c.name;
+    EXPECT_EQ(o.status, c.status) << c.name;
+    std::string stem = s.path("out/" + std::string(c.name).substr(8));
+    EXPECT_TRUE(wellFormed(stem + ".xml")) << c.name;
+    EXPECT_TRUE(test::fileExists(stem + ".html")) << c.name;
+  }
+}
+
+TEST(EndToEnd, ContextWritesEveryMemberThenItself) {
+  Scenario s("shop");
+  Outcome o = s.run(shopArgs("-tcontext", "Pkg.Ctx"));
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.status, 10);
+  EXPECT_EQ(filesIn(s.path("out")),
+            (std::vector<std::string>{"CodeFail.html", "CodeFail.ver", "CodeFail.xml", "Ctx.html",
+                                      "Ctx.xml", "Elsewhere.ver", "Missing.html", "Missing.xml",
+                                      "NoEnd.html", "NoEnd.xml", "SdPass.html", "SdPass.ver",
+                                      "SdPass.xml", "Undef.html", "Undef.ver", "Undef.xml"}));
+  EXPECT_EQ(maskedXml(s.path("out/Ctx.xml")),
+            test::readFile(s.path("expected/Ctx.xml")));
+  EXPECT_EQ(maskedXml(s.path("out/SdPass.xml")),
+            test::readFile(s.path("expected/SdPass.xml")));
+}
+
+TEST(EndToEnd, EmptyContextIsUndefined) {
+  Scenario s("shop");
+  Outcome o = s.run(shopArgs("-tcontext", "Pkg.Nobody"));
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.status, 12);
+  EXPECT_TRUE(wellFormed(s.path("out/Nobody.xml")));
+}
+
+TEST(EndToEnd, MissingOutputDirectoryIsCreatedOnce) {
+  Scenario s("shop");
+  Outcome o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory",
+                     "fresh", "-tcase", "Pkg.Ctx.Missing"});
+  EXPECT_EQ(o.status, 11);
+  EXPECT_TRUE(wellFormed(s.path("fresh/Missing.xml")));
+  o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory",
+             "no/parent", "-tcase", "Pkg.Ctx.Missing"});
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.status, 25);
+  EXPECT_FALSE(test::fileExists(s.path("no")));
+}
+
+TEST(EndToEnd, OutputDirectoryWithBackslashesAndQuotes) {
+  Scenario s("shop");
+  fs::create_directories(s.path("deep/er"));
+  Outcome o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory",
+                     "deep\\\"er\"", "-tcase", "Pkg.Ctx.Missing"});
+  EXPECT_EQ(o.status, 11);
+  EXPECT_TRUE(wellFormed(s.path("deep/er/Missing.xml")));
+  EXPECT_TRUE(test::fileExists(s.path("deep/er/Missing.html")));
+}
+
+TEST(EndToEnd, MissingXsltprocLeavesXmlAndWarnsOnStderr) {
+  Scenario s("shop");
+  test::TempDir emptyPath;
+  Outcome o = s.run(shopArgs("-tcase", "Pkg.Ctx.SdPass"), emptyPath.path());
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.status, 0);
+  EXPECT_TRUE(wellFormed(s.path("out/SdPass.xml")));
+  EXPECT_FALSE(test::fileExists(s.path("out/SdPass.html")));
+  EXPECT_NE(o.err.find("SdPass.html"), std::string::npos) << o.err;
+}
+
+TEST(EndToEnd, StaleHtmlIsDeletedWhenRenderingFails) {
+  Scenario s("shop");
+  s.dir().write("out/SdPass.html", "old report");
+  test::TempDir emptyPath;
+  s.run(shopArgs("-tcase", "Pkg.Ctx.SdPass"), emptyPath.path());
+  EXPECT_FALSE(test::fileExists(s.path("out/SdPass.html")));
+}
+
+TEST(EndToEnd, EachLanguageUsesItsStylesheet) {
+  struct Case {
+    const char* option;
+    const char* lang;
+  };
+  const Case cases[] = {{"ENU", "lang=\"en\""},    {"CHS", "lang=\"zh-CN\""},
+                        {"CHT", "lang=\"zh-TW\""}, {"KOR", "lang=\"ko\""},
+                        {"JPN", "lang=\"ja\""},    {"XYZ", "lang=\"en\""}};
+  for (const Case& c : cases) {
+    Scenario s("shop");
+    std::vector<std::string> args = shopArgs("-tcontext", "Pkg.Ctx");
+    args.insert(args.end(), {"-language", c.option});
+    Outcome o = s.run(args);
+    EXPECT_EQ(o.status, 10) << c.option;
+    std::string html = test::readFile(s.path("out/Ctx.html"));
+    EXPECT_NE(html.find(c.lang), std::string::npos) << c.option;
+  }
+}
+
+TEST(EndToEnd, ShellMetacharactersInPathsRunNothing) {
+  Scenario s("shop");
+  const std::string weird = "out $(touch pwned) `touch pwned2`; | 'q' \"";
+  const std::string weirdOnDisk = "out $(touch pwned) `touch pwned2`; | 'q' ";
+  fs::create_directories(s.path(weirdOnDisk));
+  fs::copy(s.path("out/SdPass.ver"), s.path(weirdOnDisk + "/SdPass.ver"));
+  Outcome o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory",
+                     weird, "-tcase", "Pkg.Ctx.SdPass"});
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.status, 0);
+  EXPECT_TRUE(wellFormed(s.path(weirdOnDisk + "/SdPass.xml")));
+  EXPECT_TRUE(test::fileExists(s.path(weirdOnDisk + "/SdPass.html")));
+  EXPECT_FALSE(test::fileExists(s.path("pwned")));
+  EXPECT_FALSE(test::fileExists(s.path("pwned2")));
+}
+
+TEST(EndToEnd, TestCaseSharingTheContextsShortNameEndsWithTheContextsReport) {
+  Scenario s("shop");
+  s.dir().write("same.info", "TESTCASE Pkg.Ctx.Ctx 1\n");
+  s.dir().write("same.log",
+                "FULLASSERTION=a.c,1,1,-----ZKR_ASSERT_TRUE(\"Starting test case: Ctx\");\n"
+                "FULLASSERTION=a.c,2,1,-----ZKR_ASSERT_TRUE(\"Finished test case: Ctx\");\n");
+  Outcome o = s.run({"-infofile", "same.info", "-resultfile", "same.log", "-outdirectory", "out",
+                     "-tcontext", "Pkg.Ctx"});
+  EXPECT_EQ(o.status, 0);
+  std::string xml = test::readFile(s.path("out/Ctx.xml"));
+  EXPECT_NE(xml.find("kind=\"rk_testcontext\""), std::string::npos);
+  EXPECT_TRUE(test::fileExists(s.path("out/Ctx.html")));
+}
+
+TEST(EndToEnd, UnclosedFragmentEndsWithUnexpectedError) {
+  Scenario s("shop");
+  s.dir().write("out/SdPass.ver", "SD_TEST\nALT_BEGIN(1)\nALT_OPERAND_BEGIN(1)\n7\n");
+  Outcome o = s.run(shopArgs("-tcase", "Pkg.Ctx.SdPass"));
+  EXPECT_EQ(o.out, "Unexpected error in qendor");
+  EXPECT_EQ(o.status, 30);
+}
+
+}  // namespace
+}  // namespace qendor
