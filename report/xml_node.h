@@ -17,7 +17,8 @@ using XmlNodePtr = std::unique_ptr<xmlNode, XmlNodeFree>;
 // A new element without namespace.
 xmlNode* newElement(const char* name);
 
-// A new element appended to `parent`.
+// A new element appended to `parent`; null (and nothing created) when
+// `parent` is null.
 xmlNode* addElement(xmlNode* parent, const char* name);
 
 // Sets an attribute from a copy of `value`. When the copy cannot be made the
