@@ -2,8 +2,11 @@
 // verification file. Records refer to each other by `guid` only.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace qendor {
@@ -26,6 +29,26 @@ struct ChartRecord {
 
 // A chart's records in file order. Records are heap-allocated so that the
 // pointers the searches hand around stay valid while the list grows.
-using ChartList = std::vector<std::unique_ptr<ChartRecord>>;
+//
+// Lookups by guid go through an index that is extended on the first lookup
+// after records were added; the first record with a guid wins, as a scan in
+// list order would find it. REQUIRES: no record's guid changes after a lookup
+// (the verification file reader fills a list completely before any search).
+struct ChartList {
+  std::vector<std::unique_ptr<ChartRecord>> records;
+
+  bool empty() const { return records.empty(); }
+  size_t size() const { return records.size(); }
+  // The first record in file order; null when the list is empty.
+  const ChartRecord* firstRecord() const { return records.empty() ? nullptr : records[0].get(); }
+  // Takes ownership and returns the record.
+  ChartRecord* add(std::unique_ptr<ChartRecord> record);
+  // The first record whose guid equals `guid`; null when none does.
+  const ChartRecord* find(std::string_view guid) const;
+
+ private:
+  mutable std::unordered_map<std::string_view, const ChartRecord*> index_;
+  mutable size_t indexed_ = 0;  // records[0, indexed_) are in index_
+};
 
 }  // namespace qendor

@@ -1,0 +1,261 @@
+#include "verify/chart_search.h"
+
+#include <unordered_set>
+#include <vector>
+
+#include "app/run_settings.h"
+#include "app/text.h"
+
+namespace qendor {
+
+// Each search is defined recursively: a state tries its default transition,
+// its leaving transitions and its parent one after the other until one of
+// them finds a record. The searches are run here on an explicit stack of
+// frames, so a long chart cannot overflow the call stack; the alternatives
+// are tried in the same order with the same effect on the visited set.
+//
+// A record that is entered again while it is still on the current path ends
+// that branch with null. For a state this is what the visited set gives
+// anyway; for a chain of transitions that leads back to itself it is the end
+// the rules would otherwise never reach.
+
+namespace {
+
+constexpr std::string_view kAssertMarker = "ZKR_ASSERT";
+
+bool isState(const ChartRecord& record) {
+  return !record.stateName.empty();
+}
+
+bool isTopLevelEnd(const ChartRecord& record) {
+  return record.stateType == "LocalTermination" && record.parentName == "ROOT";
+}
+
+// True when the record was entered before; otherwise it is entered now.
+bool enter(VisitedRecords& visited, const ChartRecord* record) {
+  return !visited.insert(record).second;
+}
+
+enum class Phase { kStart, kDefault, kLeaving, kLast };
+
+struct Frame {
+  const ChartRecord* record;
+  Phase phase = Phase::kStart;
+  size_t next = 0;                                    // next leaving transition to try
+  const std::vector<std::string>* leaving = nullptr;  // the transitions tried in turn
+};
+
+// What a frame does next: call a record, going on when that call yields
+// null, or return a result.
+struct Move {
+  bool call;
+  const ChartRecord* record;
+};
+Move callOn(const ChartRecord* record) {
+  return {true, record};
+}
+Move yield(const ChartRecord* record) {
+  return {false, record};
+}
+
+// Runs a search from `start`. `advance` moves a frame on: at its start, and
+// each time the record it called yielded null. A non-null result returns
+// through every frame at once.
+template <class Advance>
+const ChartRecord* runSearch(const ChartRecord* start, Advance advance) {
+  std::vector<Frame> stack;
+  std::unordered_set<const ChartRecord*> onPath;
+  Move move = callOn(start);
+  for (;;) {
+    if (move.call) {
+      if (move.record && onPath.insert(move.record).second) {
+        stack.push_back(Frame{move.record});
+      } else if (stack.empty()) {
+        return nullptr;  // a null record yields null
+      }
+      move = advance(stack.back());
+      continue;
+    }
+    if (move.record || stack.size() == 1) return move.record;
+    onPath.erase(stack.back().record);
+    stack.pop_back();
+    move = advance(stack.back());
+  }
+}
+
+std::string withoutBlanks(std::string text) {
+  std::string result;
+  result.reserve(text.size());
+  for (char c : text) {
+    if (c != ' ') result += c;
+  }
+  return result;
+}
+
+// The transition rule the two step searches share: the assertion in the
+// target's entry action finds the target, another assertion there is a
+// barrier, otherwise the search goes on in the target.
+Move transitionStep(Frame& frame, const std::string& assertion, int32_t testCase) {
+  if (frame.phase != Phase::kStart) return yield(nullptr);
+  const ChartRecord& record = *frame.record;
+  if (record.transitionName.empty()) return yield(nullptr);
+  const ChartRecord* target = findChartRecord(record.transitionTarget, testCase);
+  if (!target) return yield(nullptr);
+  if (contains(target->entryAction, assertion)) return yield(target);
+  if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
+  frame.phase = Phase::kLast;
+  return callOn(target);
+}
+
+// Tries frame.leaving in turn from frame.next, each through findChartRecord.
+Move nextLeaving(Frame& frame, int32_t testCase) {
+  frame.phase = Phase::kLeaving;
+  if (frame.next < frame.leaving->size()) {
+    const std::string& guid = (*frame.leaving)[frame.next++];
+    return callOn(findChartRecord(guid, testCase));
+  }
+  return yield(nullptr);
+}
+
+}  // namespace
+
+const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase) {
+  const std::unique_ptr<ChartList>& chart = run().chartSteps[testCase];
+  return chart ? chart->find(guid) : nullptr;
+}
+
+const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
+                                  VisitedRecords& visited, int32_t testCase) {
+  assertion = withoutBlanks(std::move(assertion));
+  return runSearch(record, [&](Frame& frame) -> Move {
+    const ChartRecord& state = *frame.record;
+    if (!isState(state)) return transitionStep(frame, assertion, testCase);
+    switch (frame.phase) {
+      case Phase::kStart:
+        if (contains(state.entryAction, assertion)) return yield(frame.record);
+        if (contains(state.internalAction, assertion)) return yield(frame.record);
+        if (contains(state.exitAction, assertion)) return yield(frame.record);
+        if (contains(state.exitAction, kAssertMarker)) return yield(nullptr);
+        if (enter(visited, frame.record)) return yield(nullptr);
+        frame.phase = Phase::kDefault;
+        if (!state.defaultTransition.empty()) {
+          return callOn(findChartRecord(state.defaultTransition, testCase));
+        }
+        [[fallthrough]];
+      case Phase::kDefault:
+      case Phase::kLeaving:
+        frame.phase = Phase::kLeaving;
+        while (frame.next < state.outTransitions.size()) {
+          const ChartRecord* t = findChartRecord(state.outTransitions[frame.next++], testCase);
+          if (!t) continue;
+          if (contains(t->transitionAction, assertion)) return yield(t);
+          if (!contains(t->transitionAction, kAssertMarker)) return callOn(t);
+        }
+        if (state.parentGuid.empty() || state.parentGuid == "ROOT") return yield(nullptr);
+        frame.phase = Phase::kLast;
+        return callOn(findChartRecord(state.parentGuid, testCase));
+      case Phase::kLast:
+        break;
+    }
+    return yield(nullptr);
+  });
+}
+
+const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
+                                 VisitedRecords& visited, int32_t testCase) {
+  assertion = withoutBlanks(std::move(assertion));
+  return runSearch(record, [&](Frame& frame) -> Move {
+    const ChartRecord& node = *frame.record;
+    if (!isState(node)) return transitionStep(frame, assertion, testCase);
+    if (frame.phase == Phase::kLeaving) return nextLeaving(frame, testCase);
+    if (frame.phase == Phase::kLast) return yield(nullptr);
+    if (contains(node.entryAction, assertion)) return yield(frame.record);
+    if (enter(visited, frame.record)) return yield(nullptr);
+    if (!node.defaultTransition.empty()) {
+      frame.phase = Phase::kLast;  // followed alone
+      return callOn(findChartRecord(node.defaultTransition, testCase));
+    }
+    frame.leaving = &node.outTransitions;
+    if (node.stateType == "LocalTermination" && node.parentName != "ROOT") {
+      const ChartRecord* parent = findChartRecord(node.parentGuid, testCase);
+      if (!parent) return yield(nullptr);
+      frame.leaving = &parent->outTransitions;
+    }
+    return nextLeaving(frame, testCase);
+  });
+}
+
+const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
+                                         int32_t testCase) {
+  return runSearch(record, [&](Frame& frame) -> Move {
+    const ChartRecord& state = *frame.record;
+    if (!isState(state)) {
+      if (frame.phase != Phase::kStart) return yield(nullptr);
+      if (state.transitionName.empty()) return yield(nullptr);
+      const ChartRecord* target = findChartRecord(state.transitionTarget, testCase);
+      if (!target) return yield(nullptr);
+      if (isTopLevelEnd(*target)) return yield(target);
+      if (target->stateType != "Termination") {
+        if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
+        if (contains(target->exitAction, kAssertMarker)) return yield(nullptr);
+        frame.phase = Phase::kLast;
+        return callOn(target);
+      }
+      return yield(target);  // a termination at any level completes
+    }
+    switch (frame.phase) {
+      case Phase::kStart:
+        if (enter(visited, frame.record)) return yield(nullptr);
+        frame.phase = Phase::kDefault;
+        if (!state.defaultTransition.empty()) {
+          return callOn(findChartRecord(state.defaultTransition, testCase));
+        }
+        [[fallthrough]];
+      case Phase::kDefault:
+      case Phase::kLeaving:
+        frame.phase = Phase::kLeaving;
+        while (frame.next < state.outTransitions.size()) {
+          const ChartRecord* t = findChartRecord(state.outTransitions[frame.next++], testCase);
+          if (t && !contains(t->transitionAction, kAssertMarker)) return callOn(t);
+        }
+        if (state.parentGuid.empty() || state.parentName == "ROOT") return yield(nullptr);
+        frame.phase = Phase::kLast;
+        return callOn(findChartRecord(state.parentGuid, testCase));
+      case Phase::kLast:
+        break;
+    }
+    return yield(nullptr);
+  });
+}
+
+const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
+                                        int32_t testCase) {
+  return runSearch(record, [&](Frame& frame) -> Move {
+    const ChartRecord& node = *frame.record;
+    if (frame.phase == Phase::kLeaving) return nextLeaving(frame, testCase);
+    if (frame.phase == Phase::kLast) return yield(nullptr);
+    if (!isState(node)) {
+      if (node.transitionName.empty()) return yield(nullptr);
+      const ChartRecord* target = findChartRecord(node.transitionTarget, testCase);
+      if (!target) return yield(nullptr);
+      if (isTopLevelEnd(*target)) return yield(target);
+      if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
+      frame.phase = Phase::kLast;
+      return callOn(target);
+    }
+    if (enter(visited, frame.record)) return yield(nullptr);
+    if (!node.defaultTransition.empty()) {
+      frame.phase = Phase::kLast;  // followed alone
+      return callOn(findChartRecord(node.defaultTransition, testCase));
+    }
+    frame.leaving = &node.outTransitions;
+    if (node.stateType == "LocalTermination" && node.parentName != "ROOT") {
+      const ChartRecord* parent = findChartRecord(node.parentGuid, testCase);
+      if (!parent) return yield(nullptr);
+      frame.leaving = &parent->outTransitions;
+    }
+    return nextLeaving(frame, testCase);
+  });
+}
+
+}  // namespace qendor

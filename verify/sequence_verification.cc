@@ -1,0 +1,217 @@
+#include "verify/sequence_verification.h"
+
+#include <string_view>
+#include <vector>
+
+#include "app/run_settings.h"
+#include "app/text.h"
+
+namespace qendor {
+
+// The step is defined recursively: one call per line stepped over, and an
+// inner call for each operand attempt whose failure is handled afterwards.
+// It is run here as a loop: tail calls just move on, and the pending operand
+// attempts are kept on an explicit stack, so a long diagram cannot overflow
+// the call stack. The results, the position left behind and the range errors
+// are those of the recursive definition.
+
+namespace {
+
+// Markers that are stepped over, in the order they are tested.
+constexpr std::string_view kTransparentMarkers[] = {
+    "SD_TEST",
+    "STRICT_BEGIN",
+    "STRICT_END",
+    "ALT_BEGIN",
+    "ALT_OPERAND_END",
+    "ALT_END",
+    "OPT_BEGIN",
+    "OPT_OPERAND_END",
+    "OPT_END",
+    "LOOP_BEGIN",
+    "LOOP_END",
+    "BREAK_BEGIN",
+    "BREAK_OPERAND_END",
+    "CONSIDER_BEGIN",
+    "CONSIDER_OPERAND_BEGIN",
+    "CONSIDER_OPERAND_END",
+    "CONSIDER_END",
+};
+
+bool isTransparent(std::string_view line) {
+  for (std::string_view marker : kTransparentMarkers) {
+    if (startsWith(line, marker)) return true;
+  }
+  return false;
+}
+
+// The text from the first "(" to the end. Without one, std::string::substr is
+// handed the not-found position and throws std::out_of_range, the error that
+// ends the run.
+std::string fragmentSuffix(const std::string& line) {
+  return line.substr(line.find('('));
+}
+
+const SequenceLines* linesOf(int32_t testCase) {
+  return run().sequenceLines[testCase].get();
+}
+
+// Moves `position` forward, testing the line it stands on first, until the
+// line equals `first` or `second`. vector::at throws past the last line.
+void scanForward(const SequenceLines& lines, size_t& position, const std::string& first,
+                 const std::string& second) {
+  while (lines.at(position) != first && lines.at(position) != second) ++position;
+}
+
+// From a failed break continuation, moves to the end of the enclosing
+// fragment: the first end marker of a fragment not opened after the start,
+// or the exact line "STRICT_END".
+void scanToEnclosingEnd(const SequenceLines& lines, size_t& position) {
+  struct Nesting {
+    std::string_view begin;
+    std::string_view end;
+    int depth;
+  };
+  Nesting nesting[] = {
+      {"ALT_BEGIN", "ALT_END", 0},     {"OPT_BEGIN", "OPT_END", 0},
+      {"LOOP_BEGIN", "LOOP_END", 0},   {"CONSIDER_BEGIN", "CONSIDER_END", 0},
+      {"BREAK_BEGIN", "BREAK_END", 0},
+  };
+  for (;; ++position) {
+    const std::string& line = lines.at(position);
+    for (const Nesting& n : nesting) {
+      if (startsWith(line, n.end) && n.depth == 0) return;
+    }
+    if (line == "STRICT_END") return;
+    for (Nesting& n : nesting) {
+      if (startsWith(line, n.end)) --n.depth;
+      if (startsWith(line, n.begin)) ++n.depth;
+    }
+  }
+}
+
+// An operand attempt whose result decides what its handler does next.
+enum class Attempt { kAlt, kOpt, kBreakOperand, kBreakEnd };
+
+struct PendingAttempt {
+  Attempt kind;
+  size_t line;       // the handler's line
+  size_t trailSize;  // entries of the trail that belong to the handler and above
+};
+
+}  // namespace
+
+bool verifySdMessage(const std::string& message, size_t& position, int32_t testCase) {
+  const SequenceLines* list = linesOf(testCase);
+  if (!list) return false;
+  const SequenceLines& lines = *list;
+
+  // Positions whose step is still being evaluated. Coming back to one of them
+  // means the rules would go round for ever; the message is then rejected.
+  std::vector<char> active(lines.size(), 0);
+  std::vector<size_t> trail;  // the active positions in the order entered
+  std::vector<PendingAttempt> attempts;
+
+  for (;;) {
+    // One step at `position`; it either moves on (continue) or yields `result`.
+    bool result = false;
+    if (position < lines.size()) {
+      if (active[position]) return false;
+      active[position] = 1;
+      trail.push_back(position);
+      const std::string& line = lines[position];
+      if (line == message) {
+        ++position;
+        return true;  // every pending step returns the acceptance
+      }
+      if (isTransparent(line)) {
+        ++position;
+        continue;
+      }
+      Attempt kind = Attempt::kAlt;
+      bool attempt = true;
+      if (startsWith(line, "ALT_OPERAND_BEGIN")) {
+        kind = Attempt::kAlt;
+      } else if (startsWith(line, "OPT_OPERAND_BEGIN")) {
+        kind = Attempt::kOpt;
+      } else if (startsWith(line, "LOOP_OPERAND_BEGIN")) {
+        attempt = false;
+        size_t begin = position;
+        ++position;
+        if (loopOperandContains(message, begin, testCase)) continue;  // run an iteration
+        std::string end = "LOOP_END" + fragmentSuffix(line);
+        position = begin + 1;
+        scanForward(lines, position, end, end);
+        continue;
+      } else if (startsWith(line, "LOOP_OPERAND_END")) {
+        // Back to the begin marker of the iteration; at line 0 the position
+        // wraps round and the next access throws.
+        std::string begin = "LOOP_OPERAND_BEGIN" + fragmentSuffix(line);
+        --position;
+        while (lines.at(position) != begin && position != 0) --position;
+        continue;
+      } else if (startsWith(line, "BREAK_OPERAND_BEGIN")) {
+        kind = Attempt::kBreakOperand;
+      } else if (startsWith(line, "BREAK_END")) {
+        kind = Attempt::kBreakEnd;
+      } else {
+        attempt = false;  // another message or a marker without a rule
+      }
+      if (attempt) {
+        attempts.push_back({kind, position, trail.size()});
+        ++position;
+        continue;
+      }
+      result = false;
+    }
+
+    // `result` is false here. It returns through the steps that moved on to
+    // this one up to the newest pending attempt, whose handler goes on.
+    if (attempts.empty()) return result;
+    PendingAttempt pending = attempts.back();
+    attempts.pop_back();
+    while (trail.size() > pending.trailSize) {
+      active[trail.back()] = 0;
+      trail.pop_back();
+    }
+    const std::string& line = lines[pending.line];
+    switch (pending.kind) {
+      case Attempt::kAlt: {
+        std::string suffix = fragmentSuffix(line);
+        scanForward(lines, position, "ALT_OPERAND_BEGIN" + suffix, "ALT_END" + suffix);
+        break;
+      }
+      case Attempt::kOpt: {
+        std::string end = "OPT_END" + fragmentSuffix(line);
+        scanForward(lines, position, end, end);
+        break;
+      }
+      case Attempt::kBreakOperand: {
+        std::string end = "BREAK_END" + fragmentSuffix(line);
+        scanForward(lines, position, end, end);
+        break;
+      }
+      case Attempt::kBreakEnd:
+        scanToEnclosingEnd(lines, position);
+        break;
+    }
+    // The handler's last move is a tail step from the line found.
+  }
+}
+
+bool loopOperandContains(const std::string& message, size_t beginIndex, int32_t testCase) {
+  const SequenceLines* list = linesOf(testCase);
+  if (!list || beginIndex >= list->size()) return false;
+  const SequenceLines& lines = *list;
+  const std::string& line = lines[beginIndex];
+  std::string suffix = fragmentSuffix(line);
+  std::string prefix = line.substr(0, line.find('_'));  // the whole line without one
+  std::string closing = prefix + "_OPERAND_END" + suffix;
+  for (size_t i = beginIndex + 1; i < lines.size(); ++i) {
+    if (lines[i] == closing) return false;
+    if (lines[i] == message) return true;
+  }
+  return false;
+}
+
+}  // namespace qendor
