@@ -19,4 +19,8 @@ int readFullAssertions();
 bool isTestCaseStart(std::string_view statement);
 bool isTestCaseEnd(std::string_view statement);
 
+// Gives back the spare capacity of every list in `run().testCaseAssertions`,
+// so that the records cost little more than their texts.
+void trimAssertionLists();
+
 }  // namespace qendor

@@ -1,0 +1,75 @@
+#include "input/assertion_collection.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "app/line_reader.h"
+#include "app/paths.h"
+#include "app/run_settings.h"
+#include "app/text.h"
+
+namespace qendor {
+
+namespace {
+
+std::string_view stripLeadingBlanksAndTabs(std::string_view line) {
+  size_t at = line.find_first_not_of(" \t");
+  return at == std::string_view::npos ? std::string_view() : line.substr(at);
+}
+
+bool isCommentLine(std::string_view line) {
+  return startsWith(line, "//") || startsWith(line, "/*");
+}
+
+// Line numbers count from 1 and wrap like the 32-bit keys they become.
+int32_t lineKey(uint32_t count) {
+  return static_cast<int32_t>(count);
+}
+
+// Reads one source file into `statements`: every assertion statement under
+// the number of the line that holds its ";".
+void collectFile(LineReader& reader, LineStatements& statements) {
+  uint32_t count = 0;
+  std::string_view line;
+  std::string statement;
+  while (reader.next(line)) {
+    ++count;
+    if (!contains(line, "ZKR_ASSERT")) continue;
+    line = stripLeadingBlanksAndTabs(line);
+    if (isCommentLine(line)) continue;
+    if (contains(line, ";")) {
+      statements[lineKey(count)].assign(line);
+      continue;
+    }
+    // The statement goes on until a line with a ";"; continuation lines are
+    // joined without their leading blanks and are not tested for anything
+    // else. A file that ends first drops the unfinished statement.
+    statement.assign(line);
+    bool finished = false;
+    while (!finished && reader.next(line)) {
+      ++count;
+      line = stripLeadingBlanksAndTabs(line);
+      statement.append(line);
+      finished = contains(line, ";");
+    }
+    if (finished) statements[lineKey(count)] = statement;
+  }
+}
+
+}  // namespace
+
+bool collectAssertions() {
+  bool anyRead = false;
+  for (const auto& [number, path] : run().sourceFiles) {
+    std::unique_ptr<LineStatements>& statements = run().collectedAssertions[number];
+    if (!statements) statements = std::make_unique<LineStatements>();
+    LineReader reader(normalisePath(path));
+    if (!reader.isOpen()) continue;
+    collectFile(reader, *statements);
+    anyRead = true;
+  }
+  return anyRead;
+}
+
+}  // namespace qendor

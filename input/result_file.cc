@@ -1,0 +1,150 @@
+#include "input/result_file.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "app/line_reader.h"
+#include "app/paths.h"
+#include "app/run_settings.h"
+#include "app/text.h"
+#include "input/assertion_collection.h"
+#include "input/assertion_macro.h"
+#include "input/record_path.h"
+#include "input/short_assertions.h"
+
+namespace qendor {
+
+namespace {
+
+constexpr std::string_view kShortMarker = "ASSERTION=";
+constexpr std::string_view kFullMarker = "FULLASSERTION=";
+constexpr std::string_view kStatementMarker = "-----ZKR_ASSERT";
+// The statement text keeps the marker from its sixth character on.
+constexpr size_t kMarkerDropped = 5;
+
+enum class RecordForm { kNone, kShort, kFull };
+
+// The form of the first record line; the scan stops there.
+RecordForm detectRecordForm(LineReader& reader) {
+  std::string_view line;
+  while (reader.next(line)) {
+    if (startsWith(line, kShortMarker)) return RecordForm::kShort;
+    if (startsWith(line, kFullMarker)) return RecordForm::kFull;
+  }
+  return RecordForm::kNone;
+}
+
+bool messageContains(std::string_view statement, std::string_view phrase) {
+  std::string first, second, message;
+  if (!parseAssertionMacro(statement, first, second, message)) return false;
+  return contains(message, phrase);
+}
+
+// Cuts the detail text before the statement marker and erases it with the
+// marker's first five characters. Without the marker the detail text is the
+// whole rest and four characters are erased (the not-found position plus five
+// wraps round to four).
+std::string_view cutDetailText(std::string_view& rest) {
+  size_t at = rest.find(kStatementMarker);
+  std::string_view detail = rest.substr(0, at);
+  size_t erased = at == std::string_view::npos ? kMarkerDropped - 1 : at + kMarkerDropped;
+  rest.remove_prefix(erased < rest.size() ? erased : rest.size());
+  return detail;
+}
+
+// The FILE number of each record path, computed once per distinct path.
+class FileNumberCache {
+ public:
+  const std::string& lookup(std::string_view recordPath) {
+    key_.assign(recordPath);
+    auto found = numbers_.find(key_);
+    if (found != numbers_.end()) return found->second;
+    std::string number = matchSourceFile(normaliseRecordPath(recordPath));
+    return numbers_.emplace(key_, std::move(number)).first->second;
+  }
+
+ private:
+  std::string key_;  // reused so that a hit allocates nothing
+  std::unordered_map<std::string, std::string> numbers_;
+};
+
+}  // namespace
+
+bool isTestCaseStart(std::string_view statement) {
+  return messageContains(statement, "Starting test case");
+}
+
+bool isTestCaseEnd(std::string_view statement) {
+  return messageContains(statement, "Finished test case");
+}
+
+void trimAssertionLists() {
+  for (auto& entry : run().testCaseAssertions) {
+    if (entry.second) entry.second->shrink_to_fit();
+  }
+}
+
+int readFullAssertions() {
+  LineReader reader(normalisePathCopy(run().resultFile));
+  if (!reader.isOpen()) return 0;
+  FileNumberCache fileNumbers;
+  AssertionList* currentTestCase = nullptr;
+  std::string_view line;
+  while (reader.next(line)) {
+    if (!startsWith(line, kFullMarker)) continue;
+    std::string_view rest = line;
+    cutField(rest, "=");
+    std::string_view path = cutField(rest, ",");
+    std::string_view lineNumber = cutField(rest, ",");
+    std::string_view result = cutField(rest, ",");
+    int32_t testCaseNumber = readInt32(result);
+    std::string_view detailText = cutDetailText(rest);
+    std::string_view assertionText = rest;
+
+    if (isTestCaseStart(assertionText)) {
+      auto list = std::make_unique<AssertionList>();
+      currentTestCase = list.get();
+      run().testCaseAssertions[testCaseNumber] = std::move(list);
+    }
+    if (currentTestCase) {
+      AssertionRecord& record = currentTestCase->emplace_back();
+      record.assertionText.assign(assertionText);
+      record.status = result == "0" ? "FAILED" : "PASSED";
+      record.fileNumber = fileNumbers.lookup(path);
+      record.lineNumber.assign(lineNumber);
+      record.detailText.assign(detailText);
+    }
+    if (isTestCaseEnd(assertionText)) currentTestCase = nullptr;
+  }
+  trimAssertionLists();
+  return 1;
+}
+
+int readResultFile() {
+  RecordForm form;
+  {
+    LineReader reader(normalisePathCopy(run().resultFile));
+    if (!reader.isOpen()) return 0;
+    form = detectRecordForm(reader);
+  }
+  if (form == RecordForm::kNone) return 0;
+  int read;
+  if (form == RecordForm::kShort) {
+    if (!collectAssertions()) {
+      std::printf(
+          "Assertions could not be collected correctly from files specified in infofile.\n");
+    }
+    read = readShortAssertions();
+  } else {
+    read = readFullAssertions();
+  }
+  if (read == 0) {
+    const char* name = run().resultFile ? run().resultFile : "(null)";
+    std::printf("resultfile <%s> could not be read correctly.\n", name);
+  }
+  return 1;
+}
+
+}  // namespace qendor
