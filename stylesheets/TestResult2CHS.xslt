@@ -1,0 +1,92 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<!--
+  HTML report in Simplified Chinese. The page itself is built by TestResultCore.xslt;
+  this file gives only the language: its lang value, font stack and strings.
+  Entries with "src" translate a value of the result document; a value that
+  has no entry is shown as it stands.
+-->
+<xsl:stylesheet version="1.0"
+    xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
+    xmlns:l="urn:qendor:strings"
+    exclude-result-prefixes="l">
+  <xsl:import href="TestResultCore.xslt"/>
+
+  <xsl:variable name="lang" select="'zh-CN'"/>
+  <xsl:variable name="fonts" select="'&quot;PingFang SC&quot;, &quot;Microsoft YaHei&quot;, &quot;Noto Sans CJK SC&quot;, &quot;Source Han Sans SC&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
+
+  <l:strings>
+    <l:s k="title.case">测试用例报告</l:s>
+    <l:s k="title.context">测试上下文报告</l:s>
+    <l:s k="sec.report">报告</l:s>
+    <l:s k="sec.env">环境</l:s>
+    <l:s k="sec.config">配置</l:s>
+    <l:s k="sec.summary">摘要</l:s>
+    <l:s k="sec.cases">测试用例</l:s>
+    <l:s k="sec.assertions">断言</l:s>
+    <l:s k="sec.coverage">序列图覆盖率</l:s>
+    <l:s k="name">名称</l:s>
+    <l:s k="fullname">全名</l:s>
+    <l:s k="time">创建时间</l:s>
+    <l:s k="userName">用户</l:s>
+    <l:s k="machineName">计算机</l:s>
+    <l:s k="osVersion">操作系统</l:s>
+    <l:s k="korvanVersion">Korvan 版本</l:s>
+    <l:s k="ostraVersion">Ostra 版本</l:s>
+    <l:s k="projectName">项目</l:s>
+    <l:s k="componentName">组件</l:s>
+    <l:s k="configurationName">配置</l:s>
+    <l:s k="contextStatus">上下文状态</l:s>
+    <l:s k="caseStatus">测试用例状态</l:s>
+    <l:s k="exitStatus">退出状态</l:s>
+    <l:s k="testCases">测试用例数</l:s>
+    <l:s k="passRate">通过率</l:s>
+    <l:s k="assertions">断言</l:s>
+    <l:s k="failedShort">失败</l:s>
+    <l:s k="countsByStatus">按状态统计的测试用例</l:s>
+    <l:s k="testCase">测试用例</l:s>
+    <l:s k="testType">测试类型</l:s>
+    <l:s k="status">状态</l:s>
+    <l:s k="verificationResult">验证结果</l:s>
+    <l:s k="cov.name">SD 实例</l:s>
+    <l:s k="cov.sdname">序列图</l:s>
+    <l:s k="cov.value">已达步骤</l:s>
+    <l:s k="cov.max">总步骤</l:s>
+    <l:s k="cov.coverage">覆盖率</l:s>
+    <l:s k="img.spec">规格图</l:s>
+    <l:s k="img.result">结果图</l:s>
+    <l:s k="none.cases">此测试上下文不包含测试用例。</l:s>
+    <l:s k="none.assertions">此测试用例没有记录任何断言。</l:s>
+    <l:s k="col.sdiname">SD 实例</l:s>
+    <l:s k="col.msgid">消息 ID</l:s>
+    <l:s k="col.usermsg">用户消息</l:s>
+    <l:s k="col.inr">输入编号</l:s>
+    <l:s k="col.onr">输出编号</l:s>
+    <l:s k="col.arbiter">仲裁</l:s>
+    <l:s k="col.guid">GUID</l:s>
+    <l:s k="col.name">断言</l:s>
+    <l:s k="col.dir">目录</l:s>
+    <l:s k="col.filename">文件</l:s>
+    <l:s k="col.fnr">文件编号</l:s>
+    <l:s k="col.lnr">行</l:s>
+    <l:s k="generated">报告由 qendor 生成。</l:s>
+    <l:s k="st" src="PASSED">通过</l:s>
+    <l:s k="st" src="FAILED">失败</l:s>
+    <l:s k="st" src="ERROR">错误</l:s>
+    <l:s k="st" src="NOT_TERMINATED">未终止</l:s>
+    <l:s k="st" src="UNDEFINED">未定义</l:s>
+    <l:s k="tt" src="tt_SD">序列图测试</l:s>
+    <l:s k="tt" src="tt_Code">代码测试</l:s>
+    <l:s k="kind" src="rk_testcase">测试用例报告</l:s>
+    <l:s k="kind" src="rk_testcontext">测试上下文报告</l:s>
+    <l:s k="arb" src="internal">内部</l:s>
+    <l:s k="arb" src="external">外部</l:s>
+    <l:s k="vr" src="Result verification successful">结果验证成功</l:s>
+    <l:s k="vr" src="Result verification failed">结果验证失败</l:s>
+    <l:s k="vr" src="Result verification switched off">结果验证已关闭</l:s>
+    <l:s k="vr" src="Statechart contains elements that are not supported for result verification">状态图包含结果验证不支持的元素</l:s>
+    <l:s k="vr" src="No result verification for Code TestCases">代码测试用例不进行结果验证</l:s>
+    <l:s k="vr" src="Result verification currently not supported for SDs with interaction operator parallel">目前不支持对含并行交互运算符（par）的序列图进行结果验证</l:s>
+    <l:s k="vr" src="TestCase did not terminate as expected">测试用例未按预期终止</l:s>
+  </l:strings>
+</xsl:stylesheet>

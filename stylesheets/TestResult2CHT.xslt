@@ -1,0 +1,92 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<!--
+  HTML report in Traditional Chinese. The page itself is built by TestResultCore.xslt;
+  this file gives only the language: its lang value, font stack and strings.
+  Entries with "src" translate a value of the result document; a value that
+  has no entry is shown as it stands.
+-->
+<xsl:stylesheet version="1.0"
+    xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
+    xmlns:l="urn:qendor:strings"
+    exclude-result-prefixes="l">
+  <xsl:import href="TestResultCore.xslt"/>
+
+  <xsl:variable name="lang" select="'zh-TW'"/>
+  <xsl:variable name="fonts" select="'&quot;PingFang TC&quot;, &quot;Microsoft JhengHei&quot;, &quot;Noto Sans CJK TC&quot;, &quot;Source Han Sans TC&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
+
+  <l:strings>
+    <l:s k="title.case">測試案例報告</l:s>
+    <l:s k="title.context">測試上下文報告</l:s>
+    <l:s k="sec.report">報告</l:s>
+    <l:s k="sec.env">環境</l:s>
+    <l:s k="sec.config">組態</l:s>
+    <l:s k="sec.summary">摘要</l:s>
+    <l:s k="sec.cases">測試案例</l:s>
+    <l:s k="sec.assertions">斷言</l:s>
+    <l:s k="sec.coverage">序列圖覆蓋率</l:s>
+    <l:s k="name">名稱</l:s>
+    <l:s k="fullname">全名</l:s>
+    <l:s k="time">建立時間</l:s>
+    <l:s k="userName">使用者</l:s>
+    <l:s k="machineName">電腦</l:s>
+    <l:s k="osVersion">作業系統</l:s>
+    <l:s k="korvanVersion">Korvan 版本</l:s>
+    <l:s k="ostraVersion">Ostra 版本</l:s>
+    <l:s k="projectName">專案</l:s>
+    <l:s k="componentName">元件</l:s>
+    <l:s k="configurationName">組態</l:s>
+    <l:s k="contextStatus">上下文狀態</l:s>
+    <l:s k="caseStatus">測試案例狀態</l:s>
+    <l:s k="exitStatus">結束狀態</l:s>
+    <l:s k="testCases">測試案例數</l:s>
+    <l:s k="passRate">通過率</l:s>
+    <l:s k="assertions">斷言</l:s>
+    <l:s k="failedShort">失敗</l:s>
+    <l:s k="countsByStatus">依狀態統計的測試案例</l:s>
+    <l:s k="testCase">測試案例</l:s>
+    <l:s k="testType">測試類型</l:s>
+    <l:s k="status">狀態</l:s>
+    <l:s k="verificationResult">驗證結果</l:s>
+    <l:s k="cov.name">SD 執行個體</l:s>
+    <l:s k="cov.sdname">序列圖</l:s>
+    <l:s k="cov.value">已達步驟</l:s>
+    <l:s k="cov.max">總步驟</l:s>
+    <l:s k="cov.coverage">覆蓋率</l:s>
+    <l:s k="img.spec">規格圖</l:s>
+    <l:s k="img.result">結果圖</l:s>
+    <l:s k="none.cases">此測試上下文不包含測試案例。</l:s>
+    <l:s k="none.assertions">此測試案例沒有記錄任何斷言。</l:s>
+    <l:s k="col.sdiname">SD 執行個體</l:s>
+    <l:s k="col.msgid">訊息 ID</l:s>
+    <l:s k="col.usermsg">使用者訊息</l:s>
+    <l:s k="col.inr">輸入編號</l:s>
+    <l:s k="col.onr">輸出編號</l:s>
+    <l:s k="col.arbiter">仲裁</l:s>
+    <l:s k="col.guid">GUID</l:s>
+    <l:s k="col.name">斷言</l:s>
+    <l:s k="col.dir">目錄</l:s>
+    <l:s k="col.filename">檔案</l:s>
+    <l:s k="col.fnr">檔案編號</l:s>
+    <l:s k="col.lnr">行</l:s>
+    <l:s k="generated">報告由 qendor 產生。</l:s>
+    <l:s k="st" src="PASSED">通過</l:s>
+    <l:s k="st" src="FAILED">失敗</l:s>
+    <l:s k="st" src="ERROR">錯誤</l:s>
+    <l:s k="st" src="NOT_TERMINATED">未終止</l:s>
+    <l:s k="st" src="UNDEFINED">未定義</l:s>
+    <l:s k="tt" src="tt_SD">序列圖測試</l:s>
+    <l:s k="tt" src="tt_Code">程式碼測試</l:s>
+    <l:s k="kind" src="rk_testcase">測試案例報告</l:s>
+    <l:s k="kind" src="rk_testcontext">測試上下文報告</l:s>
+    <l:s k="arb" src="internal">內部</l:s>
+    <l:s k="arb" src="external">外部</l:s>
+    <l:s k="vr" src="Result verification successful">結果驗證成功</l:s>
+    <l:s k="vr" src="Result verification failed">結果驗證失敗</l:s>
+    <l:s k="vr" src="Result verification switched off">結果驗證已關閉</l:s>
+    <l:s k="vr" src="Statechart contains elements that are not supported for result verification">狀態圖包含結果驗證不支援的元素</l:s>
+    <l:s k="vr" src="No result verification for Code TestCases">程式碼測試案例不進行結果驗證</l:s>
+    <l:s k="vr" src="Result verification currently not supported for SDs with interaction operator parallel">目前不支援對含平行互動運算子（par）的序列圖進行結果驗證</l:s>
+    <l:s k="vr" src="TestCase did not terminate as expected">測試案例未如預期終止</l:s>
+  </l:strings>
+</xsl:stylesheet>

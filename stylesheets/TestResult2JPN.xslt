@@ -1,0 +1,92 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<!--
+  HTML report in Japanese. The page itself is built by TestResultCore.xslt;
+  this file gives only the language: its lang value, font stack and strings.
+  Entries with "src" translate a value of the result document; a value that
+  has no entry is shown as it stands.
+-->
+<xsl:stylesheet version="1.0"
+    xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
+    xmlns:l="urn:qendor:strings"
+    exclude-result-prefixes="l">
+  <xsl:import href="TestResultCore.xslt"/>
+
+  <xsl:variable name="lang" select="'ja'"/>
+  <xsl:variable name="fonts" select="'&quot;Hiragino Sans&quot;, &quot;Yu Gothic&quot;, Meiryo, &quot;Noto Sans CJK JP&quot;, &quot;Source Han Sans&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
+
+  <l:strings>
+    <l:s k="title.case">テストケースレポート</l:s>
+    <l:s k="title.context">テストコンテキストレポート</l:s>
+    <l:s k="sec.report">レポート</l:s>
+    <l:s k="sec.env">環境</l:s>
+    <l:s k="sec.config">構成</l:s>
+    <l:s k="sec.summary">概要</l:s>
+    <l:s k="sec.cases">テストケース</l:s>
+    <l:s k="sec.assertions">アサーション</l:s>
+    <l:s k="sec.coverage">シーケンス図カバレッジ</l:s>
+    <l:s k="name">名前</l:s>
+    <l:s k="fullname">完全名</l:s>
+    <l:s k="time">作成日時</l:s>
+    <l:s k="userName">ユーザー</l:s>
+    <l:s k="machineName">マシン</l:s>
+    <l:s k="osVersion">オペレーティングシステム</l:s>
+    <l:s k="korvanVersion">Korvan バージョン</l:s>
+    <l:s k="ostraVersion">Ostra バージョン</l:s>
+    <l:s k="projectName">プロジェクト</l:s>
+    <l:s k="componentName">コンポーネント</l:s>
+    <l:s k="configurationName">構成</l:s>
+    <l:s k="contextStatus">コンテキストの状態</l:s>
+    <l:s k="caseStatus">テストケースの状態</l:s>
+    <l:s k="exitStatus">終了ステータス</l:s>
+    <l:s k="testCases">テストケース数</l:s>
+    <l:s k="passRate">合格率</l:s>
+    <l:s k="assertions">アサーション</l:s>
+    <l:s k="failedShort">失敗</l:s>
+    <l:s k="countsByStatus">状態別テストケース</l:s>
+    <l:s k="testCase">テストケース</l:s>
+    <l:s k="testType">テスト種別</l:s>
+    <l:s k="status">状態</l:s>
+    <l:s k="verificationResult">検証結果</l:s>
+    <l:s k="cov.name">SD インスタンス</l:s>
+    <l:s k="cov.sdname">シーケンス図</l:s>
+    <l:s k="cov.value">到達ステップ</l:s>
+    <l:s k="cov.max">総ステップ数</l:s>
+    <l:s k="cov.coverage">カバレッジ</l:s>
+    <l:s k="img.spec">仕様図</l:s>
+    <l:s k="img.result">結果図</l:s>
+    <l:s k="none.cases">このテストコンテキストにはテストケースがありません。</l:s>
+    <l:s k="none.assertions">このテストケースにはアサーションが記録されていません。</l:s>
+    <l:s k="col.sdiname">SD インスタンス</l:s>
+    <l:s k="col.msgid">メッセージ ID</l:s>
+    <l:s k="col.usermsg">ユーザーメッセージ</l:s>
+    <l:s k="col.inr">入力番号</l:s>
+    <l:s k="col.onr">出力番号</l:s>
+    <l:s k="col.arbiter">アービター</l:s>
+    <l:s k="col.guid">GUID</l:s>
+    <l:s k="col.name">アサーション</l:s>
+    <l:s k="col.dir">ディレクトリ</l:s>
+    <l:s k="col.filename">ファイル</l:s>
+    <l:s k="col.fnr">ファイル番号</l:s>
+    <l:s k="col.lnr">行</l:s>
+    <l:s k="generated">このレポートは qendor によって生成されました。</l:s>
+    <l:s k="st" src="PASSED">合格</l:s>
+    <l:s k="st" src="FAILED">不合格</l:s>
+    <l:s k="st" src="ERROR">エラー</l:s>
+    <l:s k="st" src="NOT_TERMINATED">未終了</l:s>
+    <l:s k="st" src="UNDEFINED">未定義</l:s>
+    <l:s k="tt" src="tt_SD">シーケンス図テスト</l:s>
+    <l:s k="tt" src="tt_Code">コードテスト</l:s>
+    <l:s k="kind" src="rk_testcase">テストケースレポート</l:s>
+    <l:s k="kind" src="rk_testcontext">テストコンテキストレポート</l:s>
+    <l:s k="arb" src="internal">内部</l:s>
+    <l:s k="arb" src="external">外部</l:s>
+    <l:s k="vr" src="Result verification successful">結果検証に成功しました</l:s>
+    <l:s k="vr" src="Result verification failed">結果検証に失敗しました</l:s>
+    <l:s k="vr" src="Result verification switched off">結果検証はオフです</l:s>
+    <l:s k="vr" src="Statechart contains elements that are not supported for result verification">ステートチャートに結果検証でサポートされない要素が含まれています</l:s>
+    <l:s k="vr" src="No result verification for Code TestCases">コードテストケースには結果検証はありません</l:s>
+    <l:s k="vr" src="Result verification currently not supported for SDs with interaction operator parallel">並行相互作用演算子（par）を含む SD の結果検証は現在サポートされていません</l:s>
+    <l:s k="vr" src="TestCase did not terminate as expected">テストケースは想定どおりに終了しませんでした</l:s>
+  </l:strings>
+</xsl:stylesheet>

@@ -1,0 +1,92 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<!--
+  HTML report in Korean. The page itself is built by TestResultCore.xslt;
+  this file gives only the language: its lang value, font stack and strings.
+  Entries with "src" translate a value of the result document; a value that
+  has no entry is shown as it stands.
+-->
+<xsl:stylesheet version="1.0"
+    xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
+    xmlns:l="urn:qendor:strings"
+    exclude-result-prefixes="l">
+  <xsl:import href="TestResultCore.xslt"/>
+
+  <xsl:variable name="lang" select="'ko'"/>
+  <xsl:variable name="fonts" select="'&quot;Apple SD Gothic Neo&quot;, &quot;Malgun Gothic&quot;, &quot;Noto Sans CJK KR&quot;, &quot;Source Han Sans K&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
+
+  <l:strings>
+    <l:s k="title.case">테스트 케이스 보고서</l:s>
+    <l:s k="title.context">테스트 컨텍스트 보고서</l:s>
+    <l:s k="sec.report">보고서</l:s>
+    <l:s k="sec.env">환경</l:s>
+    <l:s k="sec.config">구성</l:s>
+    <l:s k="sec.summary">요약</l:s>
+    <l:s k="sec.cases">테스트 케이스</l:s>
+    <l:s k="sec.assertions">어설션</l:s>
+    <l:s k="sec.coverage">시퀀스 다이어그램 커버리지</l:s>
+    <l:s k="name">이름</l:s>
+    <l:s k="fullname">전체 이름</l:s>
+    <l:s k="time">생성 시간</l:s>
+    <l:s k="userName">사용자</l:s>
+    <l:s k="machineName">컴퓨터</l:s>
+    <l:s k="osVersion">운영 체제</l:s>
+    <l:s k="korvanVersion">Korvan 버전</l:s>
+    <l:s k="ostraVersion">Ostra 버전</l:s>
+    <l:s k="projectName">프로젝트</l:s>
+    <l:s k="componentName">구성 요소</l:s>
+    <l:s k="configurationName">구성</l:s>
+    <l:s k="contextStatus">컨텍스트 상태</l:s>
+    <l:s k="caseStatus">테스트 케이스 상태</l:s>
+    <l:s k="exitStatus">종료 상태</l:s>
+    <l:s k="testCases">테스트 케이스 수</l:s>
+    <l:s k="passRate">통과율</l:s>
+    <l:s k="assertions">어설션</l:s>
+    <l:s k="failedShort">실패</l:s>
+    <l:s k="countsByStatus">상태별 테스트 케이스</l:s>
+    <l:s k="testCase">테스트 케이스</l:s>
+    <l:s k="testType">테스트 유형</l:s>
+    <l:s k="status">상태</l:s>
+    <l:s k="verificationResult">검증 결과</l:s>
+    <l:s k="cov.name">SD 인스턴스</l:s>
+    <l:s k="cov.sdname">시퀀스 다이어그램</l:s>
+    <l:s k="cov.value">도달한 단계</l:s>
+    <l:s k="cov.max">전체 단계</l:s>
+    <l:s k="cov.coverage">커버리지</l:s>
+    <l:s k="img.spec">명세 다이어그램</l:s>
+    <l:s k="img.result">결과 다이어그램</l:s>
+    <l:s k="none.cases">이 테스트 컨텍스트에는 테스트 케이스가 없습니다.</l:s>
+    <l:s k="none.assertions">이 테스트 케이스에 기록된 어설션이 없습니다.</l:s>
+    <l:s k="col.sdiname">SD 인스턴스</l:s>
+    <l:s k="col.msgid">메시지 ID</l:s>
+    <l:s k="col.usermsg">사용자 메시지</l:s>
+    <l:s k="col.inr">입력 번호</l:s>
+    <l:s k="col.onr">출력 번호</l:s>
+    <l:s k="col.arbiter">중재자</l:s>
+    <l:s k="col.guid">GUID</l:s>
+    <l:s k="col.name">어설션</l:s>
+    <l:s k="col.dir">디렉터리</l:s>
+    <l:s k="col.filename">파일</l:s>
+    <l:s k="col.fnr">파일 번호</l:s>
+    <l:s k="col.lnr">줄</l:s>
+    <l:s k="generated">qendor에서 생성한 보고서입니다.</l:s>
+    <l:s k="st" src="PASSED">통과</l:s>
+    <l:s k="st" src="FAILED">실패</l:s>
+    <l:s k="st" src="ERROR">오류</l:s>
+    <l:s k="st" src="NOT_TERMINATED">종료되지 않음</l:s>
+    <l:s k="st" src="UNDEFINED">정의되지 않음</l:s>
+    <l:s k="tt" src="tt_SD">시퀀스 다이어그램 테스트</l:s>
+    <l:s k="tt" src="tt_Code">코드 테스트</l:s>
+    <l:s k="kind" src="rk_testcase">테스트 케이스 보고서</l:s>
+    <l:s k="kind" src="rk_testcontext">테스트 컨텍스트 보고서</l:s>
+    <l:s k="arb" src="internal">내부</l:s>
+    <l:s k="arb" src="external">외부</l:s>
+    <l:s k="vr" src="Result verification successful">결과 검증 성공</l:s>
+    <l:s k="vr" src="Result verification failed">결과 검증 실패</l:s>
+    <l:s k="vr" src="Result verification switched off">결과 검증이 꺼져 있음</l:s>
+    <l:s k="vr" src="Statechart contains elements that are not supported for result verification">상태 차트에 결과 검증이 지원되지 않는 요소가 있음</l:s>
+    <l:s k="vr" src="No result verification for Code TestCases">코드 테스트 케이스는 결과 검증을 하지 않음</l:s>
+    <l:s k="vr" src="Result verification currently not supported for SDs with interaction operator parallel">병렬 상호작용 연산자(par)가 있는 SD는 현재 결과 검증이 지원되지 않음</l:s>
+    <l:s k="vr" src="TestCase did not terminate as expected">테스트 케이스가 예상대로 종료되지 않음</l:s>
+  </l:strings>
+</xsl:stylesheet>
