@@ -1,0 +1,468 @@
+#include "verify/sequence_verification.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "app/run_settings.h"
+#include "app/text.h"
+
+namespace qendor {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class SequenceTest : public ::testing::Test {
+ protected:
+  void SetUp() override { resetRun(); }
+  void TearDown() override { resetRun(); }
+  void setLines(const Lines& lines) {
+    run().sequenceLines[1] = std::make_unique<SequenceLines>(lines);
+  }
+};
+
+// The what() text of the range error a call raises; empty when none.
+template <class Call>
+std::string rangeError(Call call) {
+  try {
+    call();
+  } catch (const std::out_of_range& e) {
+    return e.what();
+  }
+  return "";
+}
+
+struct Step {
+  const char* message;
+  bool accepted;
+  size_t position;  // after the call
+};
+
+struct Diagram {
+  const char* name;
+  Lines lines;
+  std::vector<Step> steps;
+};
+
+// Each diagram is verified from position 0 with the recorded messages in turn.
+const Diagram kDiagrams[] = {
+    {"plain sequence", {"SD_TEST", "A", "B"}, {{"A", true, 2}, {"B", true, 3}, {"C", false, 3}}},
+    {"plain sequence, wrong order", {"SD_TEST", "A", "B"}, {{"B", false, 1}}},
+    {"strict",
+     {"SD_TEST", "STRICT_BEGIN(s)", "A", "B", "STRICT_END(s)"},
+     {{"A", true, 3}, {"B", true, 4}, {"C", false, 5}}},
+    // 0 SD_TEST 1 ALT_BEGIN 2 ALT_OPERAND_BEGIN 3 A 4 ALT_OPERAND_END 5 ALT_OPERAND_BEGIN 6 B
+    // 7 ALT_OPERAND_END 8 ALT_END 9 C
+    {"alt, second operand",
+     {"SD_TEST", "ALT_BEGIN(a)", "ALT_OPERAND_BEGIN(a)", "A", "ALT_OPERAND_END(a)",
+      "ALT_OPERAND_BEGIN(a)", "B", "ALT_OPERAND_END(a)", "ALT_END(a)", "C"},
+     {{"B", true, 7}, {"C", true, 10}}},
+    {"alt, operand not closed against the next one",
+     {"SD_TEST", "ALT_BEGIN(a)", "ALT_OPERAND_BEGIN(a)", "A", "ALT_OPERAND_END(a)",
+      "ALT_OPERAND_BEGIN(a)", "B", "ALT_OPERAND_END(a)", "ALT_END(a)", "C"},
+     {{"A", true, 4}, {"B", true, 7}, {"C", true, 10}}},
+    {"alt, passed over",
+     {"SD_TEST", "ALT_BEGIN(a)", "ALT_OPERAND_BEGIN(a)", "A", "ALT_OPERAND_END(a)",
+      "ALT_OPERAND_BEGIN(a)", "B", "ALT_OPERAND_END(a)", "ALT_END(a)", "C"},
+     {{"C", true, 10}}},
+    {"alt, nothing fits",
+     {"SD_TEST", "ALT_BEGIN(a)", "ALT_OPERAND_BEGIN(a)", "A", "ALT_OPERAND_END(a)",
+      "ALT_OPERAND_BEGIN(a)", "B", "ALT_OPERAND_END(a)", "ALT_END(a)", "C"},
+     {{"D", false, 9}}},
+    {"alt with three operands",
+     {"SD_TEST", "ALT_BEGIN(x)", "ALT_OPERAND_BEGIN(x)", "A", "ALT_OPERAND_END(x)",
+      "ALT_OPERAND_BEGIN(x)", "B", "ALT_OPERAND_END(x)", "ALT_OPERAND_BEGIN(x)", "C",
+      "ALT_OPERAND_END(x)", "ALT_END(x)", "D"},
+     {{"C", true, 10}, {"D", true, 13}}},
+    {"opt taken",
+     {"SD_TEST", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "A", "OPT_OPERAND_END(o)", "OPT_END(o)",
+      "B"},
+     {{"A", true, 4}, {"B", true, 7}}},
+    {"opt passed over",
+     {"SD_TEST", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "A", "OPT_OPERAND_END(o)", "OPT_END(o)",
+      "B"},
+     {{"B", true, 7}}},
+    {"loop with one message",
+     {"SD_TEST", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)", "A", "LOOP_OPERAND_END(l)",
+      "LOOP_END(l)", "B"},
+     {{"A", true, 4}, {"A", true, 4}, {"A", true, 4}, {"B", true, 7}}},
+    {"loop never run",
+     {"SD_TEST", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)", "A", "LOOP_OPERAND_END(l)",
+      "LOOP_END(l)", "B"},
+     {{"B", true, 7}}},
+    {"loop with two messages",
+     {"SD_TEST", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)", "A", "B", "LOOP_OPERAND_END(l)",
+      "LOOP_END(l)", "C"},
+     {{"A", true, 4}, {"B", true, 5}, {"A", true, 4}, {"B", true, 5}, {"C", true, 8}}},
+    {"loop entered for a message that is not its first",
+     {"SD_TEST", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)", "A", "B", "LOOP_OPERAND_END(l)",
+      "LOOP_END(l)", "C"},
+     {{"B", false, 3}}},
+    {"loop ended in the middle of an iteration",
+     {"SD_TEST", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)", "A", "B", "LOOP_OPERAND_END(l)",
+      "LOOP_END(l)", "C"},
+     {{"A", true, 4}, {"C", false, 4}}},
+    // 0 SD_TEST 1 ALT_BEGIN 2 ALT_OPERAND_BEGIN 3 LOOP_BEGIN 4 LOOP_OPERAND_BEGIN 5 A
+    // 6 LOOP_OPERAND_END 7 LOOP_END 8 ALT_OPERAND_END 9 ALT_OPERAND_BEGIN 10 B
+    // 11 ALT_OPERAND_END 12 ALT_END 13 C
+    {"loop nested in alt, loop taken",
+     {"SD_TEST", "ALT_BEGIN(a)", "ALT_OPERAND_BEGIN(a)", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)",
+      "A", "LOOP_OPERAND_END(l)", "LOOP_END(l)", "ALT_OPERAND_END(a)", "ALT_OPERAND_BEGIN(a)", "B",
+      "ALT_OPERAND_END(a)", "ALT_END(a)", "C"},
+     {{"A", true, 6}, {"A", true, 6}, {"C", true, 14}}},
+    {"loop nested in alt, other operand",
+     {"SD_TEST", "ALT_BEGIN(a)", "ALT_OPERAND_BEGIN(a)", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)",
+      "A", "LOOP_OPERAND_END(l)", "LOOP_END(l)", "ALT_OPERAND_END(a)", "ALT_OPERAND_BEGIN(a)", "B",
+      "ALT_OPERAND_END(a)", "ALT_END(a)", "C"},
+     {{"B", true, 11}, {"C", true, 14}}},
+    {"loop nested in alt, passed over",
+     {"SD_TEST", "ALT_BEGIN(a)", "ALT_OPERAND_BEGIN(a)", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)",
+      "A", "LOOP_OPERAND_END(l)", "LOOP_END(l)", "ALT_OPERAND_END(a)", "ALT_OPERAND_BEGIN(a)", "B",
+      "ALT_OPERAND_END(a)", "ALT_END(a)", "C"},
+     {{"C", true, 14}, {"C", false, 14}}},
+    // 0 SD_TEST 1 LOOP_BEGIN 2 LOOP_OPERAND_BEGIN 3 A 4 BREAK_BEGIN 5 BREAK_OPERAND_BEGIN 6 X
+    // 7 BREAK_OPERAND_END 8 BREAK_END 9 B 10 LOOP_OPERAND_END 11 LOOP_END 12 C
+    {"break inside loop",
+     {"SD_TEST", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)", "A", "BREAK_BEGIN(b)",
+      "BREAK_OPERAND_BEGIN(b)", "X", "BREAK_OPERAND_END(b)", "BREAK_END(b)", "B",
+      "LOOP_OPERAND_END(l)", "LOOP_END(l)", "C"},
+     {{"A", true, 4}, {"B", true, 10}, {"A", true, 4}, {"X", true, 7}, {"C", true, 13}}},
+    {"consider",
+     {"SD_TEST", "CONSIDER_BEGIN(c)", "CONSIDER_OPERAND_BEGIN(c)", "A", "B",
+      "CONSIDER_OPERAND_END(c)", "CONSIDER_END(c)", "C"},
+     {{"A", true, 4}, {"B", true, 5}, {"C", true, 8}}},
+    {"consider filters nothing",
+     {"SD_TEST", "CONSIDER_BEGIN(c)", "CONSIDER_OPERAND_BEGIN(c)", "A", "B",
+      "CONSIDER_OPERAND_END(c)", "CONSIDER_END(c)", "C"},
+     {{"B", false, 3}}},
+    // 0 SD_TEST 1 ALT_BEGIN(o) 2 ALT_OPERAND_BEGIN(o) 3 BREAK_BEGIN 4 BREAK_OPERAND_BEGIN 5 X
+    // 6 BREAK_OPERAND_END 7 BREAK_END 8 W 9 ALT_BEGIN(i) 10 ALT_OPERAND_BEGIN(i) 11 Y
+    // 12 ALT_OPERAND_END(i) 13 ALT_END(i) 14 Z 15 ALT_OPERAND_END(o) 16 ALT_END(o) 17 C
+    {"break scan skips a nested alternative",
+     {"SD_TEST", "ALT_BEGIN(o)", "ALT_OPERAND_BEGIN(o)", "BREAK_BEGIN(b)", "BREAK_OPERAND_BEGIN(b)",
+      "X", "BREAK_OPERAND_END(b)", "BREAK_END(b)", "W", "ALT_BEGIN(i)", "ALT_OPERAND_BEGIN(i)", "Y",
+      "ALT_OPERAND_END(i)", "ALT_END(i)", "Z", "ALT_OPERAND_END(o)", "ALT_END(o)", "C"},
+     {{"X", true, 6}, {"C", true, 18}}},
+    {"break continuation taken",
+     {"SD_TEST", "ALT_BEGIN(o)", "ALT_OPERAND_BEGIN(o)", "BREAK_BEGIN(b)", "BREAK_OPERAND_BEGIN(b)",
+      "X", "BREAK_OPERAND_END(b)", "BREAK_END(b)", "W", "ALT_BEGIN(i)", "ALT_OPERAND_BEGIN(i)", "Y",
+      "ALT_OPERAND_END(i)", "ALT_END(i)", "Z", "ALT_OPERAND_END(o)", "ALT_END(o)", "C"},
+     {{"X", true, 6}, {"W", true, 9}, {"Y", true, 12}, {"Z", true, 15}, {"C", true, 18}}},
+    // 0 SD_TEST 1 BREAK_BEGIN 2 BREAK_OPERAND_BEGIN 3 X 4 BREAK_OPERAND_END 5 BREAK_END 6 W
+    // 7 STRICT_END(s) 8 V 9 STRICT_END 10 C
+    {"only the exact STRICT_END line ends the break scan",
+     {"SD_TEST", "BREAK_BEGIN(b)", "BREAK_OPERAND_BEGIN(b)", "X", "BREAK_OPERAND_END(b)",
+      "BREAK_END(b)", "W", "STRICT_END(s)", "V", "STRICT_END", "C"},
+     {{"X", true, 4}, {"C", true, 11}}},
+    {"break operand passed over",
+     {"SD_TEST", "BREAK_BEGIN(b)", "BREAK_OPERAND_BEGIN(b)", "X", "BREAK_OPERAND_END(b)",
+      "BREAK_END(b)", "W", "STRICT_END(s)", "V", "STRICT_END", "C"},
+     {{"W", true, 7}, {"V", true, 9}, {"C", true, 11}}},
+    {"empty list", {}, {{"A", false, 0}}},
+    {"parallel marker is rejected", {"SD_TEST", "PAR_BEGIN(p)", "A"}, {{"A", false, 1}}},
+    // The step comes back to line 0 while still evaluating it.
+    {"loop end without begin marker", {"SD_TEST", "LOOP_OPERAND_END(l)", "B"}, {{"B", false, 0}}},
+    {"loop end without begin marker inside an operand attempt",
+     {"SD_TEST", "ALT_OPERAND_BEGIN(a)", "LOOP_OPERAND_END(l)", "ALT_END(a)", "B"},
+     {{"B", false, 0}}},
+    {"loop end without begin marker restarts from the top",
+     {"SD_TEST", "A", "LOOP_OPERAND_END(l)", "B"},
+     {{"A", true, 2}, {"B", false, 1}}},
+};
+
+TEST_F(SequenceTest, DiagramsAcceptRecordedMessagesInTurn) {
+  for (const Diagram& d : kDiagrams) {
+    setLines(d.lines);
+    size_t position = 0;
+    int call = 0;
+    for (const Step& step : d.steps) {
+      EXPECT_EQ(verifySdMessage(step.message, position, 1), step.accepted)
+          << d.name << ", call " << call << " (" << step.message << ")";
+      EXPECT_EQ(position, step.position) << d.name << ", call " << call;
+      ++call;
+    }
+  }
+}
+
+TEST_F(SequenceTest, ConsumedListRejectsEveryFurtherMessage) {
+  setLines({"SD_TEST", "A"});
+  size_t position = 2;
+  EXPECT_FALSE(verifySdMessage("A", position, 1));
+  EXPECT_EQ(position, 2u);
+  position = 5;
+  EXPECT_FALSE(verifySdMessage("A", position, 1));
+  EXPECT_EQ(position, 5u);
+}
+
+TEST_F(SequenceTest, MissingClosingMarkerRaisesTheVectorRangeError) {
+  setLines({"SD_TEST", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "A", "B"});
+  size_t position = 0;
+  std::string error = rangeError([&] { verifySdMessage("B", position, 1); });
+  EXPECT_TRUE(startsWith(error, "vector::_M_range_check")) << error;
+  EXPECT_EQ(position, 5u);
+
+  setLines({"SD_TEST", "LOOP_OPERAND_BEGIN(l)", "A"});  // neither end nor LOOP_END
+  position = 0;
+  error = rangeError([&] { verifySdMessage("B", position, 1); });
+  EXPECT_TRUE(startsWith(error, "vector::_M_range_check")) << error;
+
+  setLines({"SD_TEST", "BREAK_END(b)", "A"});  // no end of an enclosing fragment
+  position = 0;
+  error = rangeError([&] { verifySdMessage("B", position, 1); });
+  EXPECT_TRUE(startsWith(error, "vector::_M_range_check")) << error;
+}
+
+TEST_F(SequenceTest, LoopIterationEndOnLineZeroWrapsRoundIntoTheRangeError) {
+  setLines({"LOOP_OPERAND_END(l)", "A"});
+  size_t position = 0;
+  std::string error = rangeError([&] { verifySdMessage("A", position, 1); });
+  EXPECT_TRUE(startsWith(error, "vector::_M_range_check")) << error;
+}
+
+TEST_F(SequenceTest, MarkerWithoutSuffixRaisesTheSubstrRangeErrorWhenTheSuffixIsNeeded) {
+  setLines({"SD_TEST", "ALT_OPERAND_BEGIN", "A", "ALT_END"});
+  size_t position = 0;
+  EXPECT_TRUE(verifySdMessage("A", position, 1));  // the operand accepts: no suffix needed
+  EXPECT_EQ(position, 3u);
+  position = 0;
+  std::string error = rangeError([&] { verifySdMessage("B", position, 1); });
+  EXPECT_TRUE(startsWith(error, "basic_string::substr")) << error;
+
+  setLines({"SD_TEST", "LOOP_OPERAND_BEGIN", "A", "LOOP_OPERAND_END"});
+  position = 0;
+  error = rangeError([&] { verifySdMessage("A", position, 1); });
+  EXPECT_TRUE(startsWith(error, "basic_string::substr")) << error;
+
+  // The break end scan needs no suffix.
+  setLines({"SD_TEST", "BREAK_END", "A", "ALT_END", "B"});
+  position = 0;
+  EXPECT_TRUE(verifySdMessage("B", position, 1));
+  EXPECT_EQ(position, 5u);
+}
+
+TEST_F(SequenceTest, LoopOperandContainsLooksUpToTheOperandEnd) {
+  setLines({"LOOP_OPERAND_BEGIN(l)", "A", "ALT_END(x)", "B", "LOOP_OPERAND_END(l)", "C"});
+  EXPECT_TRUE(loopOperandContains("A", 0, 1));
+  EXPECT_TRUE(loopOperandContains("ALT_END(x)", 0, 1));  // markers are plain lines here
+  EXPECT_TRUE(loopOperandContains("B", 0, 1));
+  EXPECT_FALSE(loopOperandContains("C", 0, 1));
+  EXPECT_FALSE(loopOperandContains("A", 6, 1));
+  EXPECT_FALSE(loopOperandContains("A", 100, 1));
+  setLines({"LOOP_OPERAND_BEGIN(l)", "A"});
+  EXPECT_FALSE(loopOperandContains("B", 0, 1));  // end of the list comes first
+  // The closing marker is built from the line's own prefix and suffix.
+  setLines({"ALT_OPERAND_BEGIN(a)", "A", "ALT_OPERAND_END(a)", "B"});
+  EXPECT_FALSE(loopOperandContains("B", 0, 1));
+  setLines({"NOUNDERSCORE(a)", "A", "NOUNDERSCORE(a)_OPERAND_END(a)", "B"});
+  EXPECT_FALSE(loopOperandContains("B", 0, 1));
+  setLines({"LOOP_OPERAND_BEGIN", "A"});
+  std::string error = rangeError([&] { loopOperandContains("A", 0, 1); });
+  EXPECT_TRUE(startsWith(error, "basic_string::substr")) << error;
+}
+
+TEST_F(SequenceTest, MillionMarkerLinesBetweenTwoMessages) {
+  Lines lines;
+  lines.reserve(1000003);
+  lines.push_back("SD_TEST");
+  lines.push_back("A");
+  for (int i = 0; i < 1000000; ++i) lines.push_back("STRICT_BEGIN(s)");
+  lines.push_back("B");
+  setLines(lines);
+  size_t position = 0;
+  EXPECT_TRUE(verifySdMessage("A", position, 1));
+  EXPECT_EQ(position, 2u);
+  EXPECT_TRUE(verifySdMessage("B", position, 1));
+  EXPECT_EQ(position, 1000003u);
+}
+
+TEST_F(SequenceTest, MillionNestedOperandAttempts) {
+  // Every break end tries its continuation first: a million pending attempts.
+  Lines lines(1000000, "BREAK_END(b)");
+  lines.push_back("B");
+  lines.push_back("ALT_END(a)");
+  lines.push_back("C");
+  setLines(lines);
+  size_t position = 0;
+  EXPECT_TRUE(verifySdMessage("B", position, 1));
+  EXPECT_EQ(position, 1000001u);
+  // For C the innermost continuation fails at B; its scan stops at ALT_END,
+  // and C behind it is accepted.
+  position = 0;
+  EXPECT_TRUE(verifySdMessage("C", position, 1));
+  EXPECT_EQ(position, 1000003u);
+}
+
+// The rules written as recursion, as a check of the loop form on many small
+// diagrams. A call deeper than the list is long must have come back to a
+// position it is still evaluating.
+struct TooDeep {};
+
+bool referenceContains(const std::string& message, size_t b, const Lines& lines) {
+  if (b >= lines.size()) return false;
+  const std::string& line = lines[b];
+  std::string suffix = line.substr(line.find('('));
+  std::string closing = line.substr(0, line.find('_')) + "_OPERAND_END" + suffix;
+  for (size_t i = b + 1;; ++i) {
+    if (i >= lines.size() || lines[i] == closing) return false;
+    if (lines[i] == message) return true;
+  }
+}
+
+bool reference(const std::string& message, size_t& position, const Lines& lines, size_t depth) {
+  if (depth > lines.size()) throw TooDeep{};
+  auto again = [&] { return reference(message, position, lines, depth + 1); };
+  if (position >= lines.size()) return false;
+  std::string line = lines.at(position);
+  if (line == message) {
+    ++position;
+    return true;
+  }
+  for (const char* marker :
+       {"SD_TEST", "STRICT_BEGIN", "STRICT_END", "ALT_BEGIN", "ALT_OPERAND_END", "ALT_END",
+        "OPT_BEGIN", "OPT_OPERAND_END", "OPT_END", "LOOP_BEGIN", "LOOP_END", "BREAK_BEGIN",
+        "BREAK_OPERAND_END", "CONSIDER_BEGIN", "CONSIDER_OPERAND_BEGIN", "CONSIDER_OPERAND_END",
+        "CONSIDER_END"}) {
+    if (startsWith(line, marker)) {
+      ++position;
+      return again();
+    }
+  }
+  auto suffix = [&] { return line.substr(line.find('(')); };
+  if (startsWith(line, "ALT_OPERAND_BEGIN")) {
+    ++position;
+    if (again()) return true;
+    std::string s = suffix();
+    while (lines.at(position) != "ALT_OPERAND_BEGIN" + s && lines.at(position) != "ALT_END" + s)
+      ++position;
+    return again();
+  }
+  if (startsWith(line, "OPT_OPERAND_BEGIN")) {
+    ++position;
+    if (again()) return true;
+    std::string s = suffix();
+    while (lines.at(position) != "OPT_END" + s) ++position;
+    return again();
+  }
+  if (startsWith(line, "LOOP_OPERAND_BEGIN")) {
+    size_t b = position;
+    ++position;
+    if (referenceContains(message, b, lines)) return again();
+    std::string s = suffix();
+    position = b + 1;
+    while (lines.at(position) != "LOOP_END" + s) ++position;
+    return again();
+  }
+  if (startsWith(line, "LOOP_OPERAND_END")) {
+    std::string s = suffix();
+    --position;
+    while (lines.at(position) != "LOOP_OPERAND_BEGIN" + s && position != 0) --position;
+    return again();
+  }
+  if (startsWith(line, "BREAK_OPERAND_BEGIN")) {
+    ++position;
+    if (again()) return true;
+    std::string s = suffix();
+    while (lines.at(position) != "BREAK_END" + s) ++position;
+    return again();
+  }
+  if (startsWith(line, "BREAK_END")) {
+    ++position;
+    if (again()) return true;
+    int alt = 0, opt = 0, loop = 0, consider = 0, brk = 0;
+    for (;; ++position) {
+      const std::string& l = lines.at(position);
+      if ((startsWith(l, "ALT_END") && alt == 0) || (startsWith(l, "OPT_END") && opt == 0) ||
+          (startsWith(l, "LOOP_END") && loop == 0) ||
+          (startsWith(l, "CONSIDER_END") && consider == 0) ||
+          (startsWith(l, "BREAK_END") && brk == 0) || l == "STRICT_END")
+        break;
+      alt += startsWith(l, "ALT_BEGIN") - startsWith(l, "ALT_END");
+      opt += startsWith(l, "OPT_BEGIN") - startsWith(l, "OPT_END");
+      loop += startsWith(l, "LOOP_BEGIN") - startsWith(l, "LOOP_END");
+      consider += startsWith(l, "CONSIDER_BEGIN") - startsWith(l, "CONSIDER_END");
+      brk += startsWith(l, "BREAK_BEGIN") - startsWith(l, "BREAK_END");
+    }
+    return again();
+  }
+  return false;
+}
+
+// "true 4", "false 3", "error <what>" or "endless".
+template <class Call>
+std::string outcome(Call call, const size_t& position) {
+  try {
+    bool accepted = call();
+    return (accepted ? "true " : "false ") + std::to_string(position);
+  } catch (const std::out_of_range& e) {
+    std::string what = e.what();
+    return "error " + what.substr(0, what.find(':'));
+  } catch (const TooDeep&) {
+    return "endless";
+  }
+}
+
+TEST_F(SequenceTest, LoopFormAgreesWithTheRecursiveRulesOnRandomDiagrams) {
+  const char* pool[] = {
+      "SD_TEST",
+      "A",
+      "B",
+      "C",
+      "ALT_BEGIN(a)",
+      "ALT_OPERAND_BEGIN(a)",
+      "ALT_OPERAND_END(a)",
+      "ALT_END(a)",
+      "OPT_OPERAND_BEGIN(o)",
+      "OPT_END(o)",
+      "LOOP_BEGIN(l)",
+      "LOOP_OPERAND_BEGIN(l)",
+      "LOOP_OPERAND_END(l)",
+      "LOOP_END(l)",
+      "BREAK_OPERAND_BEGIN(b)",
+      "BREAK_END(b)",
+      "BREAK_END",
+      "STRICT_END",
+      "STRICT_END(s)",
+      "CONSIDER_END(c)",
+      "ALT_OPERAND_BEGIN",
+      "LOOP_OPERAND_END",
+      "PAR_BEGIN(p)",
+      "LOOP_OPERAND_BEGIN(m)",
+  };
+  const char* messages[] = {"A", "B", "C"};
+  std::mt19937 random(12345);
+  int endless = 0, errors = 0, accepted = 0;
+  for (int round = 0; round < 30000; ++round) {
+    Lines lines(random() % 13);
+    for (std::string& line : lines) line = pool[random() % (sizeof pool / sizeof *pool)];
+    setLines(lines);
+    size_t position = 0, expectedPosition = 0;
+    for (int call = 0; call < 5; ++call) {
+      std::string message = messages[random() % 3];
+      std::string expected =
+          outcome([&] { return reference(message, expectedPosition, lines, 0); }, expectedPosition);
+      std::string actual = outcome([&] { return verifySdMessage(message, position, 1); }, position);
+      if (expected == "endless") {
+        ++endless;
+        EXPECT_EQ(actual.substr(0, 6), "false ") << round;
+        break;
+      }
+      ASSERT_EQ(actual, expected) << "round " << round << " call " << call;
+      if (expected.substr(0, 4) != "true") {
+        errors += expected[0] == 'e';
+        break;
+      }
+      ++accepted;
+    }
+  }
+  // The sample reaches every kind of outcome.
+  EXPECT_GT(endless, 50);
+  EXPECT_GT(errors, 1000);
+  EXPECT_GT(accepted, 1000);
+}
+
+}  // namespace
+}  // namespace qendor
