@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace qendor {
@@ -47,8 +46,17 @@ struct ChartList {
   const ChartRecord* find(std::string_view guid) const;
 
  private:
-  mutable std::unordered_map<std::string_view, const ChartRecord*> index_;
-  mutable size_t indexed_ = 0;  // records[0, indexed_) are in index_
+  // An open-addressing table: charts can be large and are searched a lot.
+  struct Slot {
+    size_t hash = 0;
+    const ChartRecord* record = nullptr;  // null: free
+  };
+  void insert(const ChartRecord* record) const;
+  const ChartRecord* lookUp(std::string_view guid, size_t hash) const;
+
+  mutable std::vector<Slot> slots_;  // size a power of two, at most half used
+  mutable size_t used_ = 0;
+  mutable size_t indexed_ = 0;  // records[0, indexed_) are in the table
 };
 
 }  // namespace qendor

@@ -14,10 +14,8 @@ namespace qendor {
 // frames, so a long chart cannot overflow the call stack; the alternatives
 // are tried in the same order with the same effect on the visited set.
 //
-// A record that is entered again while it is still on the current path ends
-// that branch with null. For a state this is what the visited set gives
-// anyway; for a chain of transitions that leads back to itself it is the end
-// the rules would otherwise never reach.
+// A transition that is entered again while it is still on the current path
+// ends that branch with null, the end the rules would otherwise never reach.
 
 namespace {
 
@@ -58,18 +56,53 @@ Move yield(const ChartRecord* record) {
   return {false, record};
 }
 
+// Transitions only ever go on to their target, so a chain of transitions
+// that leads back to itself is a run of transition frames at the top of the
+// stack. Coming back to one of them ends that branch with null. (A transition
+// met again behind a state would reach that state again, which the visited
+// set already turns into null.)
+class TransitionRun {
+ public:
+  // Called before `record`, a transition, is entered from `caller`. True when
+  // it is already in the run of transitions that `caller` belongs to.
+  bool repeats(const std::vector<Frame>& stack, const ChartRecord* record) {
+    if (stack.empty() || isState(*stack.back().record)) {
+      begin_ = stack.size();  // a new run starts
+      members_.clear();
+    }
+    size_t length = stack.size() - begin_;
+    if (length < kShortRun) {
+      for (size_t i = begin_; i < stack.size(); ++i) {
+        if (stack[i].record == record) return true;
+      }
+      if (length + 1 == kShortRun) {
+        for (size_t i = begin_; i < stack.size(); ++i) members_.insert(stack[i].record);
+        members_.insert(record);
+      }
+      return false;
+    }
+    return !members_.insert(record).second;
+  }
+
+ private:
+  static constexpr size_t kShortRun = 16;
+  size_t begin_ = 0;
+  std::unordered_set<const ChartRecord*> members_;  // the run, once it is long
+};
+
 // Runs a search from `start`. `advance` moves a frame on: at its start, and
 // each time the record it called yielded null. A non-null result returns
 // through every frame at once.
 template <class Advance>
 const ChartRecord* runSearch(const ChartRecord* start, Advance advance) {
   std::vector<Frame> stack;
-  std::unordered_set<const ChartRecord*> onPath;
+  TransitionRun run;
   Move move = callOn(start);
   for (;;) {
     if (move.call) {
-      if (move.record && onPath.insert(move.record).second) {
-        stack.push_back(Frame{move.record});
+      const ChartRecord* callee = move.record;
+      if (callee && (isState(*callee) || !run.repeats(stack, callee))) {
+        stack.push_back(Frame{callee});
       } else if (stack.empty()) {
         return nullptr;  // a null record yields null
       }
@@ -77,7 +110,6 @@ const ChartRecord* runSearch(const ChartRecord* start, Advance advance) {
       continue;
     }
     if (move.record || stack.size() == 1) return move.record;
-    onPath.erase(stack.back().record);
     stack.pop_back();
     move = advance(stack.back());
   }
