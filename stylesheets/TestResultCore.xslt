@@ -84,7 +84,7 @@
       <xsl:when test="$s = 'PASSED'">&#x2714;</xsl:when>
       <xsl:when test="$s = 'FAILED'">&#x2718;</xsl:when>
       <xsl:when test="$s = 'ERROR'">!</xsl:when>
-      <xsl:when test="$s = 'NOT_TERMINATED'">&#x23F8;</xsl:when>
+      <xsl:when test="$s = 'NOT_TERMINATED'">&#x2026;</xsl:when>
       <xsl:otherwise>?</xsl:otherwise>
     </xsl:choose>
   </xsl:template>
@@ -564,8 +564,12 @@
                   <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.name'"/></xsl:call-template></th>
                 </xsl:otherwise>
               </xsl:choose>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.dir'"/></xsl:call-template></th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.filename'"/></xsl:call-template></th>
+              <th scope="col">
+                <xsl:call-template name="t"><xsl:with-param name="k" select="'col.filename'"/></xsl:call-template>
+                <span class="sub">
+                  <xsl:call-template name="t"><xsl:with-param name="k" select="'col.dir'"/></xsl:call-template>
+                </span>
+              </th>
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.fnr'"/></xsl:call-template></th>
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.lnr'"/></xsl:call-template></th>
             </tr>
@@ -599,8 +603,10 @@
                     <td class="msg"><xsl:value-of select="@name"/></td>
                   </xsl:otherwise>
                 </xsl:choose>
-                <td class="path"><xsl:value-of select="@dir"/></td>
-                <td class="path"><xsl:value-of select="@filename"/></td>
+                <td>
+                  <span class="file"><xsl:value-of select="@filename"/></span>
+                  <span class="dir"><xsl:value-of select="@dir"/></span>
+                </td>
                 <td class="num"><xsl:value-of select="@fnr"/></td>
                 <td class="num"><xsl:value-of select="@lnr"/></td>
               </tr>
@@ -634,7 +640,12 @@ caption{text-align:left;font-weight:700;padding:0 0 6px;}
 .grid thead th{background:#eef1f4;font-weight:600;white-space:nowrap;}
 .num{text-align:right;font-variant-numeric:tabular-nums;}
 .grid td.num{text-align:right;}
-.path,.guid,.onr,.stmt{font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.85em;word-break:break-all;}
+.path,.guid,.onr,.stmt,.file,.dir{font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.85em;}
+.path,.guid,.onr,.stmt,.dir{overflow-wrap:anywhere;}
+.file{white-space:nowrap;}
+.dir,.sub{display:block;color:#57606a;font-size:.8em;}
+.sub{font-weight:400;}
+.guid{min-width:9em;}
 .stmt{color:#57606a;margin-top:2px;}
 .badge{display:inline-block;padding:1px 8px;border-radius:10px;font-weight:600;font-size:.9em;white-space:nowrap;border:1px solid;}
 .st-pass .sym,.st-fail .sym,.st-error .sym,.st-nt .sym,.st-other .sym{font-weight:700;}
@@ -651,6 +662,7 @@ caption{text-align:left;font-weight:700;padding:0 0 6px;}
 .case.st-pass{border-left-color:#1a7f37;}.case.st-fail{border-left-color:#cf222e;}
 .case.st-error{border-left-color:#9a6700;}.case.st-nt{border-left-color:#8250df;}
 .case .card{border:none;}
+.case{overflow-x:auto;}
 .overview tr.st-fail td,.overview tr.st-error td,.overview tr.st-nt td{background:#fffafa;}
 tr.row-bad td{background:#fff5f5;}
 .vr-ok{color:#116329;font-weight:600;}.vr-bad{color:#a40e26;font-weight:600;}.vr-info{color:#424a53;}
@@ -668,7 +680,7 @@ body{background:#0d1117;color:#e6edf3;}
 .card,.grid,.case{background:#161b22;border-color:#30363d;}
 .grid thead th{background:#21262d;}
 .grid th,.grid td{border-bottom-color:#30363d;}
-.card th,h1 .kind,.caption,.empty,.stmt,.foot{color:#9da7b3;}
+.card th,h1 .kind,.caption,.empty,.stmt,.foot,.dir,.sub{color:#9da7b3;}
 tr.row-bad td,.overview tr.st-fail td,.overview tr.st-error td,.overview tr.st-nt td{background:#2a1618;}
 .figure{background:#0d1117;border-color:#30363d;}
 a{color:#79c0ff;}
