@@ -97,4 +97,6 @@ if [ "$problems" -ne 0 ]; then
   echo "$problems unexpected outcome(s)"
   exit 1
 fi
-echo "Open $build/demo/Checkout.html in a browser to read the report."
+if [ -f "$build/demo/Checkout.html" ]; then
+  echo "Open $build/demo/Checkout.html in a browser to read the report."
+fi
