@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 
 #include "app/run_settings.h"
+#include "input/assertion_collection.h"
+#include "input/assertion_macro.h"
 #include "input/record_path.h"
+#include "input/short_assertions.h"
 #include "tests/test_support.h"
 
 namespace qendor {
@@ -365,6 +369,57 @@ TEST_F(ResultFileTest, RecordsCostLittleMoreThanTheirText) {
   const AssertionList& list = *run().testCaseAssertions[1];
   EXPECT_EQ(list.size(), 100001u);
   EXPECT_EQ(list.capacity(), list.size());
+}
+
+TEST_F(ResultFileTest, GarbageMadeOfFormatPiecesIsReadWithoutHarm) {
+  // Lines glued together from the pieces the readers look for, in a fixed
+  // pseudo-random order; only the absence of crashes and hangs is checked.
+  const char* pieces[] = {"FULLASSERTION=",
+                          "ASSERTION=",
+                          ",",
+                          "\"",
+                          "\\",
+                          "(",
+                          ")",
+                          " ",
+                          "-----ZKR_ASSERT",
+                          "ZKR_ASSERT_SD(",
+                          "ASSERT_TRUE(",
+                          "../",
+                          "..\\",
+                          ":",
+                          "/",
+                          "Starting test case",
+                          "Finished test case",
+                          "7",
+                          "-1",
+                          "\r",
+                          "\t",
+                          "\xff",
+                          ";",
+                          "//"};
+  std::mt19937 random(12345);
+  std::uniform_int_distribution<size_t> pick(0, std::size(pieces) - 1);
+  std::uniform_int_distribution<int> length(0, 30);
+  std::string log = "FULLASSERTION=x\n", source;
+  for (int line = 0; line < 3000; ++line) {
+    std::string text;
+    for (int i = length(random); i > 0; --i) text += pieces[pick(random)];
+    log += text + "\n";
+    if (line % 3 == 0) source += text + "\n";
+    std::string first, second, message;
+    parseAssertionMacro(text, first, second, message);
+    normaliseRecordPath(text);
+  }
+  run().sourceFiles[7] = dir_.write("garbage.c", source);
+  run().sourceFiles[-1] = "/w/src/a.c";
+  useResultFile(log);
+  EXPECT_EQ(readFullAssertions(), 1);
+  collectAssertions();
+  EXPECT_EQ(readShortAssertions(), 1);
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(readResultFile(), 1);
+  testing::internal::GetCapturedStdout();
 }
 
 }  // namespace
