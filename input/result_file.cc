@@ -62,11 +62,19 @@ class FileNumberCache {
     auto found = numbers_.find(key_);
     if (found != numbers_.end()) return found->second;
     std::string number = matchSourceFile(normaliseRecordPath(recordPath));
+    // A log of ever new paths must not double the memory: start afresh.
+    keyBytes_ += key_.size();
+    if (keyBytes_ > kMaxKeyBytes) {
+      numbers_.clear();
+      keyBytes_ = key_.size();
+    }
     return numbers_.emplace(key_, std::move(number)).first->second;
   }
 
  private:
+  static constexpr size_t kMaxKeyBytes = 16 << 20;
   std::string key_;  // reused so that a hit allocates nothing
+  size_t keyBytes_ = 0;
   std::unordered_map<std::string, std::string> numbers_;
 };
 
