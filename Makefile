@@ -6,6 +6,10 @@ SANITIZE_BUILD ?= build-sanitize
 JOBS           ?= $(shell nproc 2>/dev/null || echo 2)
 PACKAGES       := cmake g++ make pkg-config libxml2-dev libgtest-dev xsltproc libxml2-utils
 
+# Further targets (benchmarks, fuzzing, packaging, browser tests) live in mk/;
+# each may add to PACKAGES.
+-include mk/*.mk
+
 .PHONY: all setup build test demo sanitize format clean
 
 all: build
