@@ -8,6 +8,7 @@ PACKAGES       := cmake g++ make pkg-config libxml2-dev libgtest-dev xsltproc li
 
 # Further targets (benchmarks, fuzzing, packaging, browser tests) live in mk/;
 # each may add to PACKAGES.
+.DEFAULT_GOAL := build
 -include mk/*.mk
 
 .PHONY: all setup build test demo sanitize format clean
