@@ -4,15 +4,31 @@
 
 #include <initializer_list>
 #include <memory>
+#include <random>
 #include <string>
 #include <utility>
 
 #include "app/run_settings.h"
+#include "app/text.h"
 #include "tests/test_support.h"
 #include "verify/verification_file.h"
 
 namespace qendor {
 namespace {
+
+// The sanitizers make each allocation and step several times dearer; there
+// the deep chain is searched once and fewer random charts are tried.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kSanitized = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+constexpr bool kSanitized = true;
+#else
+constexpr bool kSanitized = false;
+#endif
+#else
+constexpr bool kSanitized = false;
+#endif
 
 using Field = std::pair<const char*, const char*>;
 
@@ -351,6 +367,226 @@ TEST_F(ChartSearchTest, FindChartRecordTakesTheFirstRecordWithTheGuid) {
   EXPECT_EQ(findChartRecord("c1", 2), nullptr);  // no list at all
 }
 
+// The searches written as plain recursion, as a check of the frame form on
+// many small random charts. `path` holds the transitions being evaluated;
+// coming back to one ends that branch with null.
+struct Reference {
+  int32_t testCase;
+  VisitedRecords& visited;
+  std::vector<const ChartRecord*> path;
+
+  const ChartRecord* find(const std::string& guid) { return findChartRecord(guid, testCase); }
+  bool enter(const ChartRecord* r) {
+    if (visited.count(r)) return false;
+    visited.insert(r);
+    return true;
+  }
+  bool onPath(const ChartRecord* r) {
+    for (const ChartRecord* p : path) {
+      if (p == r) return true;
+    }
+    return false;
+  }
+  // Evaluates a transition's tail call with the transition on the path.
+  template <class Call>
+  const ChartRecord* along(const ChartRecord* t, Call call) {
+    if (onPath(t)) return nullptr;
+    path.push_back(t);
+    const ChartRecord* r = call();
+    path.pop_back();
+    return r;
+  }
+
+  const ChartRecord* stateStep(const std::string& a, const ChartRecord* r) {
+    if (!r) return nullptr;
+    if (r->stateName.empty()) {
+      return along(r, [&]() -> const ChartRecord* {
+        if (r->transitionName.empty()) return nullptr;
+        const ChartRecord* target = find(r->transitionTarget);
+        if (!target) return nullptr;
+        if (contains(target->entryAction, a)) return target;
+        if (contains(target->entryAction, "ZKR_ASSERT")) return nullptr;
+        return stateStep(a, target);
+      });
+    }
+    if (contains(r->entryAction, a) || contains(r->internalAction, a) || contains(r->exitAction, a))
+      return r;
+    if (contains(r->exitAction, "ZKR_ASSERT")) return nullptr;
+    if (!enter(r)) return nullptr;
+    if (!r->defaultTransition.empty()) {
+      if (const ChartRecord* x = stateStep(a, find(r->defaultTransition))) return x;
+    }
+    for (const std::string& g : r->outTransitions) {
+      const ChartRecord* t = find(g);
+      if (!t) continue;
+      if (contains(t->transitionAction, a)) return t;
+      if (!contains(t->transitionAction, "ZKR_ASSERT")) {
+        if (const ChartRecord* x = stateStep(a, t)) return x;
+      }
+    }
+    if (r->parentGuid.empty() || r->parentGuid == "ROOT") return nullptr;
+    return stateStep(a, find(r->parentGuid));
+  }
+
+  const ChartRecord* flowStep(const std::string& a, const ChartRecord* r) {
+    if (!r) return nullptr;
+    if (r->stateName.empty()) {
+      return along(r, [&]() -> const ChartRecord* {
+        if (r->transitionName.empty()) return nullptr;
+        const ChartRecord* target = find(r->transitionTarget);
+        if (!target) return nullptr;
+        if (contains(target->entryAction, a)) return target;
+        if (contains(target->entryAction, "ZKR_ASSERT")) return nullptr;
+        return flowStep(a, target);
+      });
+    }
+    if (contains(r->entryAction, a)) return r;
+    if (!enter(r)) return nullptr;
+    if (!r->defaultTransition.empty()) return flowStep(a, find(r->defaultTransition));
+    const std::vector<std::string>* leaving = &r->outTransitions;
+    if (r->stateType == "LocalTermination" && r->parentName != "ROOT") {
+      const ChartRecord* parent = find(r->parentGuid);
+      if (!parent) return nullptr;
+      leaving = &parent->outTransitions;
+    }
+    for (const std::string& g : *leaving) {
+      if (const ChartRecord* x = flowStep(a, find(g))) return x;
+    }
+    return nullptr;
+  }
+
+  const ChartRecord* stateComplete(const ChartRecord* r) {
+    if (!r) return nullptr;
+    if (r->stateName.empty()) {
+      return along(r, [&]() -> const ChartRecord* {
+        if (r->transitionName.empty()) return nullptr;
+        const ChartRecord* target = find(r->transitionTarget);
+        if (!target) return nullptr;
+        if (target->stateType == "LocalTermination" && target->parentName == "ROOT") return target;
+        if (target->stateType != "Termination") {
+          if (contains(target->entryAction, "ZKR_ASSERT") ||
+              contains(target->exitAction, "ZKR_ASSERT"))
+            return nullptr;
+          return stateComplete(target);
+        }
+        return target;
+      });
+    }
+    if (!enter(r)) return nullptr;
+    if (!r->defaultTransition.empty()) {
+      if (const ChartRecord* x = stateComplete(find(r->defaultTransition))) return x;
+    }
+    for (const std::string& g : r->outTransitions) {
+      const ChartRecord* t = find(g);
+      if (t && !contains(t->transitionAction, "ZKR_ASSERT")) {
+        if (const ChartRecord* x = stateComplete(t)) return x;
+      }
+    }
+    if (r->parentGuid.empty() || r->parentName == "ROOT") return nullptr;
+    return stateComplete(find(r->parentGuid));
+  }
+
+  const ChartRecord* flowComplete(const ChartRecord* r) {
+    if (!r) return nullptr;
+    if (r->stateName.empty()) {
+      return along(r, [&]() -> const ChartRecord* {
+        if (r->transitionName.empty()) return nullptr;
+        const ChartRecord* target = find(r->transitionTarget);
+        if (!target) return nullptr;
+        if (target->stateType == "LocalTermination" && target->parentName == "ROOT") return target;
+        if (contains(target->entryAction, "ZKR_ASSERT")) return nullptr;
+        return flowComplete(target);
+      });
+    }
+    if (!enter(r)) return nullptr;
+    if (!r->defaultTransition.empty()) return flowComplete(find(r->defaultTransition));
+    const std::vector<std::string>* leaving = &r->outTransitions;
+    if (r->stateType == "LocalTermination" && r->parentName != "ROOT") {
+      const ChartRecord* parent = find(r->parentGuid);
+      if (!parent) return nullptr;
+      leaving = &parent->outTransitions;
+    }
+    for (const std::string& g : *leaving) {
+      if (const ChartRecord* x = flowComplete(find(g))) return x;
+    }
+    return nullptr;
+  }
+};
+
+TEST_F(ChartSearchTest, FrameFormAgreesWithTheRecursiveRulesOnRandomCharts) {
+  std::mt19937 random(4711);
+  auto pick = [&](std::initializer_list<const char*> choices) {
+    return std::string(choices.begin()[random() % choices.size()]);
+  };
+  auto guid = [&] { return pick({"g0", "g1", "g2", "g3", "g4", "g5", "g6", "gx", "ROOT", ""}); };
+  auto action = [&] { return pick({"", "", "ZKR_ASSERT(a);", "ZKR_ASSERT(b);", "a", "x"}); };
+  int found = 0;
+  const int rounds = kSanitized ? 3000 : 20000;
+  for (int round = 0; round < rounds; ++round) {
+    auto chart = std::make_unique<ChartList>();
+    int size = 1 + random() % 8;
+    for (int i = 0; i < size; ++i) {
+      auto r = std::make_unique<ChartRecord>();
+      r->guid = random() % 8 ? "g" + std::to_string(random() % 7) : guid();
+      if (random() % 2) {
+        r->stateName = "S";
+        r->stateType = pick({"", "", "LocalTermination", "Termination"});
+        r->parentName = pick({"ROOT", "P", ""});
+        r->parentGuid = guid();
+        r->entryAction = action();
+        r->exitAction = action();
+        r->internalAction = action();
+        if (random() % 4 == 0) r->defaultTransition = guid();
+        for (int n = random() % 4; n > 0; --n) r->outTransitions.push_back(guid());
+      } else {
+        r->transitionName = random() % 6 ? "T" : "";
+        r->transitionAction = action();
+        r->transitionTarget = guid();
+      }
+      chart->add(std::move(r));
+    }
+    run().chartSteps[1] = std::move(chart);
+    const ChartList& list = *run().chartSteps[1];
+    for (const auto& owned : list.records) {
+      const ChartRecord* from = owned.get();
+      for (int search = 0; search < 6; ++search) {
+        VisitedRecords visited, expectedVisited;
+        Reference ref{1, expectedVisited, {}};
+        const ChartRecord* expected;
+        const ChartRecord* actual;
+        switch (search) {
+          case 0:
+          case 1: {
+            std::string a = search ? "ZKR_ASSERT(b)" : "a";
+            expected = ref.stateStep(a, from);
+            actual = statechartStep(a, from, visited, 1);
+            break;
+          }
+          case 2:
+          case 3: {
+            std::string a = search == 3 ? "ZKR_ASSERT(b)" : "a";
+            expected = ref.flowStep(a, from);
+            actual = flowchartStep(a, from, visited, 1);
+            break;
+          }
+          case 4:
+            expected = ref.stateComplete(from);
+            actual = statechartCanComplete(from, visited, 1);
+            break;
+          default:
+            expected = ref.flowComplete(from);
+            actual = flowchartCanComplete(from, visited, 1);
+            break;
+        }
+        ASSERT_EQ(actual, expected) << "round " << round << " search " << search;
+        ASSERT_EQ(visited, expectedVisited) << "round " << round << " search " << search;
+        found += expected != nullptr;
+      }
+    }
+  }
+  EXPECT_GT(found, rounds);
+}
+
 // A chain of states and transitions, s0 -t0-> s1 -t1-> ... -> end.
 void buildChain(int states) {
   auto chart = std::make_unique<ChartList>();
@@ -378,20 +614,6 @@ void buildChain(int states) {
   chart->add(std::move(end));
   run().chartSteps[1] = std::move(chart);
 }
-
-// The sanitizers make each allocation and step of this chain several times
-// dearer; there the chain is built and searched once at full depth.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kSanitized = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr bool kSanitized = true;
-#else
-constexpr bool kSanitized = false;
-#endif
-#else
-constexpr bool kSanitized = false;
-#endif
 
 TEST_F(ChartSearchTest, MillionRecordChainDoesNotOverflowTheStack) {
   buildChain(500000);
