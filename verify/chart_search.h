@@ -24,6 +24,10 @@ const ChartRecord* statechartStep(std::string assertion, const ChartRecord* reco
 const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
                                  VisitedRecords& visited, int32_t testCase);
 
+// A transition met again while it is still on the search's current path ends
+// that branch with null; the search goes on with the next alternative. Charts
+// of any size are searched without deep recursion.
+
 // Non-null when the chart can run from `record` to a top-level termination
 // without passing another assertion.
 const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
