@@ -1,4 +1,7 @@
-// Follows assertions through a statechart or flowchart.
+// Follows assertions through a statechart or flowchart. A transition met again
+// while it is still on a search's current path ends that branch with null, and
+// the search goes on with the next alternative. Charts of any size are searched
+// without deep recursion.
 #pragma once
 
 #include <cstdint>
@@ -23,10 +26,6 @@ const ChartRecord* statechartStep(std::string assertion, const ChartRecord* reco
                                   VisitedRecords& visited, int32_t testCase);
 const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
                                  VisitedRecords& visited, int32_t testCase);
-
-// A transition met again while it is still on the search's current path ends
-// that branch with null; the search goes on with the next alternative. Charts
-// of any size are searched without deep recursion.
 
 // Non-null when the chart can run from `record` to a top-level termination
 // without passing another assertion.
