@@ -1,5 +1,6 @@
 #include "report/xml_node.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -7,14 +8,112 @@ namespace qendor {
 
 namespace {
 
+// Appends the UTF-8 form of `code` (a scalar value XML allows) at `out`;
+// returns the position behind it.
+char* appendUtf8(char* out, uint32_t code) {
+  if (code < 0x80) {
+    *out++ = static_cast<char>(code);
+  } else if (code < 0x800) {
+    *out++ = static_cast<char>(0xC0 | (code >> 6));
+    *out++ = static_cast<char>(0x80 | (code & 0x3F));
+  } else if (code < 0x10000) {
+    *out++ = static_cast<char>(0xE0 | (code >> 12));
+    *out++ = static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+    *out++ = static_cast<char>(0x80 | (code & 0x3F));
+  } else {
+    *out++ = static_cast<char>(0xF0 | (code >> 18));
+    *out++ = static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+    *out++ = static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+    *out++ = static_cast<char>(0x80 | (code & 0x3F));
+  }
+  return out;
+}
+
+// Length of the well-formed UTF-8 sequence at the front of `bytes` (at most
+// `size` long), 0 when there is none: overlong forms, surrogates, values past
+// U+10FFFF, stray continuation bytes and cut-off sequences all count as
+// malformed. `code` receives the decoded value.
+size_t decodeUtf8(const unsigned char* bytes, size_t size, uint32_t& code) {
+  const unsigned char lead = bytes[0];
+  if (lead < 0x80) {
+    code = lead;
+    return 1;
+  }
+  size_t length = 0;
+  unsigned char low = 0x80;  // bounds of the second byte
+  unsigned char high = 0xBF;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    length = 2;
+    code = lead & 0x1F;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    length = 3;
+    code = lead & 0x0F;
+    if (lead == 0xE0) low = 0xA0;   // no overlong forms
+    if (lead == 0xED) high = 0x9F;  // no surrogates
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    length = 4;
+    code = lead & 0x07;
+    if (lead == 0xF0) low = 0x90;   // no overlong forms
+    if (lead == 0xF4) high = 0x8F;  // nothing past U+10FFFF
+  } else {
+    return 0;  // continuation byte, C0, C1 or F5..FF as a lead
+  }
+  if (size < length) return 0;
+  for (size_t i = 1; i < length; ++i) {
+    const unsigned char next = bytes[i];
+    const unsigned char min = i == 1 ? low : 0x80;
+    const unsigned char max = i == 1 ? high : 0xBF;
+    if (next < min || next > max) return 0;
+    code = (code << 6) | (next & 0x3F);
+  }
+  return length;
+}
+
+// Whether XML 1.0 lets `code` stand in a document.
+bool allowedInXml(uint32_t code) {
+  if (code < 0x20) return code == 0x09 || code == 0x0A || code == 0x0D;
+  return code != 0xFFFE && code != 0xFFFF;
+}
+
 // Every attribute value goes through this copy before libxml2 sees it, so
-// there is one place that decides what bytes a document may hold. The copy
-// is NUL-terminated whatever `value` holds; null when memory runs out.
+// there is one place that decides what bytes a document may hold. Logs come
+// from crashed programs and sources in any encoding, while libxml2 writes
+// control characters raw and drops bytes after a broken UTF-8 sequence; so
+// the copy is always well-formed UTF-8 that XML allows:
+// - well-formed UTF-8 is copied unchanged;
+// - a byte that is not part of a well-formed sequence stands for the
+//   Latin-1 character of its value (a Latin-1 log still reads right);
+// - characters XML forbids (C0 controls other than tab, line feed and
+//   carriage return, among them NUL; U+FFFE, U+FFFF) become U+FFFD.
+// The copy is NUL-terminated; null when memory runs out.
 char* copyAttributeValue(std::string_view value) {
-  char* copy = static_cast<char*>(std::malloc(value.size() + 1));
+  // Each input byte grows to at most three bytes (U+FFFD); a four-byte
+  // sequence is copied as it is.
+  if (value.size() > (SIZE_MAX - 1) / 3) return nullptr;
+  char* copy = static_cast<char*>(std::malloc(value.size() * 3 + 1));
   if (!copy) return nullptr;
-  if (!value.empty()) std::memcpy(copy, value.data(), value.size());
-  copy[value.size()] = '\0';
+  const auto* bytes = reinterpret_cast<const unsigned char*>(value.data());
+  const size_t size = value.size();
+  char* out = copy;
+  size_t i = 0;
+  while (i < size) {
+    uint32_t code = 0;
+    size_t length = decodeUtf8(bytes + i, size - i, code);
+    if (length == 0) {
+      code = bytes[i];  // Latin-1: the byte's value is its code point
+      length = 1;
+    }
+    if (!allowedInXml(code)) {
+      out = appendUtf8(out, 0xFFFD);
+    } else if (length > 1) {
+      std::memcpy(out, bytes + i, length);
+      out += length;
+    } else {
+      out = appendUtf8(out, code);
+    }
+    i += length;
+  }
+  *out = '\0';
   return copy;
 }
 

@@ -22,7 +22,11 @@ xmlNode* newElement(const char* name);
 xmlNode* addElement(xmlNode* parent, const char* name);
 
 // Sets an attribute from a copy of `value`. When the copy cannot be made the
-// attribute is left out and nothing else changes.
+// attribute is left out and nothing else changes. The copy is always text an
+// XML file may hold: well-formed UTF-8 stays as it is, any other byte is read
+// as the Latin-1 character of its value, and characters XML forbids (C0
+// controls but tab, line feed and carriage return; U+FFFE, U+FFFF) become
+// U+FFFD.
 void setAttribute(xmlNode* node, const char* name, std::string_view value);
 
 }  // namespace qendor
