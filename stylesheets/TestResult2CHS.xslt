@@ -1,7 +1,8 @@
 <?xml version="1.0" encoding="UTF-8"?>
 <!--
   HTML report in Simplified Chinese. The page itself is built by TestResultCore.xslt;
-  this file gives only the language: its lang value, font stack and strings.
+  this file gives only the language: its lang value, font stack, number
+  formats and strings.
   Entries with "src" translate a value of the result document; a value that
   has no entry is shown as it stands.
 -->
@@ -13,6 +14,9 @@
 
   <xsl:variable name="lang" select="'zh-CN'"/>
   <xsl:variable name="fonts" select="'&quot;PingFang SC&quot;, &quot;Microsoft YaHei&quot;, &quot;Noto Sans CJK SC&quot;, &quot;Source Han Sans SC&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="intFormat" select="'#,##0'"/>
+  <xsl:variable name="pctFormat" select="'0.#'"/>
+  <xsl:variable name="pctSign" select="'%'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
   <l:strings>
@@ -42,7 +46,6 @@
     <l:s k="testCases">测试用例数</l:s>
     <l:s k="passRate">通过率</l:s>
     <l:s k="assertions">断言</l:s>
-    <l:s k="failedShort">失败</l:s>
     <l:s k="countsByStatus">按状态统计的测试用例</l:s>
     <l:s k="testCase">测试用例</l:s>
     <l:s k="testType">测试类型</l:s>
@@ -66,9 +69,27 @@
     <l:s k="col.guid">GUID</l:s>
     <l:s k="col.name">断言</l:s>
     <l:s k="col.dir">目录</l:s>
-    <l:s k="col.filename">文件</l:s>
-    <l:s k="col.fnr">文件编号</l:s>
-    <l:s k="col.lnr">行</l:s>
+    <l:s k="skip">跳到测试用例</l:s>
+    <l:s k="sec.verdict">结论</l:s>
+    <l:s k="sec.problems">问题</l:s>
+    <l:s k="problems.caption">未通过的测试用例（按执行顺序）</l:s>
+    <l:s k="firstFailure">第一个失败的断言</l:s>
+    <l:s k="lastAssertion">最后到达的断言</l:s>
+    <l:s k="none.problems">没有问题：所有测试用例均已通过。</l:s>
+    <l:s k="none.match">没有与筛选条件匹配的测试用例。</l:s>
+    <l:s k="ctl.show">显示</l:s>
+    <l:s k="ctl.search">搜索</l:s>
+    <l:s k="ctl.searchHint">名称、消息、文件</l:s>
+    <l:s k="ctl.expand">全部展开</l:s>
+    <l:s k="ctl.collapse">全部折叠</l:s>
+    <l:s k="ctl.dark">深色模式</l:s>
+    <l:s k="ctl.keys">快捷键：/ 搜索，j 下一个问题，k 上一个问题</l:s>
+    <l:s k="total">总计</l:s>
+    <l:s k="notPassed">未通过</l:s>
+    <l:s k="assertionsShort">个断言</l:s>
+    <l:s k="notPassedShort">个未通过</l:s>
+    <l:s k="outcome">运行结束状态</l:s>
+    <l:s k="col.fileLine">文件:行</l:s>
     <l:s k="generated">报告由 qendor 生成。</l:s>
     <l:s k="st" src="PASSED">通过</l:s>
     <l:s k="st" src="FAILED">失败</l:s>

@@ -1,7 +1,8 @@
 <?xml version="1.0" encoding="UTF-8"?>
 <!--
   HTML report in Traditional Chinese. The page itself is built by TestResultCore.xslt;
-  this file gives only the language: its lang value, font stack and strings.
+  this file gives only the language: its lang value, font stack, number
+  formats and strings.
   Entries with "src" translate a value of the result document; a value that
   has no entry is shown as it stands.
 -->
@@ -13,6 +14,9 @@
 
   <xsl:variable name="lang" select="'zh-TW'"/>
   <xsl:variable name="fonts" select="'&quot;PingFang TC&quot;, &quot;Microsoft JhengHei&quot;, &quot;Noto Sans CJK TC&quot;, &quot;Source Han Sans TC&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="intFormat" select="'#,##0'"/>
+  <xsl:variable name="pctFormat" select="'0.#'"/>
+  <xsl:variable name="pctSign" select="'%'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
   <l:strings>
@@ -42,7 +46,6 @@
     <l:s k="testCases">測試案例數</l:s>
     <l:s k="passRate">通過率</l:s>
     <l:s k="assertions">斷言</l:s>
-    <l:s k="failedShort">失敗</l:s>
     <l:s k="countsByStatus">依狀態統計的測試案例</l:s>
     <l:s k="testCase">測試案例</l:s>
     <l:s k="testType">測試類型</l:s>
@@ -66,9 +69,27 @@
     <l:s k="col.guid">GUID</l:s>
     <l:s k="col.name">斷言</l:s>
     <l:s k="col.dir">目錄</l:s>
-    <l:s k="col.filename">檔案</l:s>
-    <l:s k="col.fnr">檔案編號</l:s>
-    <l:s k="col.lnr">行</l:s>
+    <l:s k="skip">跳到測試案例</l:s>
+    <l:s k="sec.verdict">結論</l:s>
+    <l:s k="sec.problems">問題</l:s>
+    <l:s k="problems.caption">未通過的測試案例（依執行順序）</l:s>
+    <l:s k="firstFailure">第一個失敗的斷言</l:s>
+    <l:s k="lastAssertion">最後到達的斷言</l:s>
+    <l:s k="none.problems">沒有問題：所有測試案例皆已通過。</l:s>
+    <l:s k="none.match">沒有符合篩選條件的測試案例。</l:s>
+    <l:s k="ctl.show">顯示</l:s>
+    <l:s k="ctl.search">搜尋</l:s>
+    <l:s k="ctl.searchHint">名稱、訊息、檔案</l:s>
+    <l:s k="ctl.expand">全部展開</l:s>
+    <l:s k="ctl.collapse">全部摺疊</l:s>
+    <l:s k="ctl.dark">深色模式</l:s>
+    <l:s k="ctl.keys">快速鍵：/ 搜尋，j 下一個問題，k 上一個問題</l:s>
+    <l:s k="total">總計</l:s>
+    <l:s k="notPassed">未通過</l:s>
+    <l:s k="assertionsShort">個斷言</l:s>
+    <l:s k="notPassedShort">個未通過</l:s>
+    <l:s k="outcome">執行結束狀態</l:s>
+    <l:s k="col.fileLine">檔案:行</l:s>
     <l:s k="generated">報告由 qendor 產生。</l:s>
     <l:s k="st" src="PASSED">通過</l:s>
     <l:s k="st" src="FAILED">失敗</l:s>

@@ -1,7 +1,8 @@
 <?xml version="1.0" encoding="UTF-8"?>
 <!--
   HTML report in Japanese. The page itself is built by TestResultCore.xslt;
-  this file gives only the language: its lang value, font stack and strings.
+  this file gives only the language: its lang value, font stack, number
+  formats and strings.
   Entries with "src" translate a value of the result document; a value that
   has no entry is shown as it stands.
 -->
@@ -13,6 +14,9 @@
 
   <xsl:variable name="lang" select="'ja'"/>
   <xsl:variable name="fonts" select="'&quot;Hiragino Sans&quot;, &quot;Yu Gothic&quot;, Meiryo, &quot;Noto Sans CJK JP&quot;, &quot;Source Han Sans&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="intFormat" select="'#,##0'"/>
+  <xsl:variable name="pctFormat" select="'0.#'"/>
+  <xsl:variable name="pctSign" select="'%'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
   <l:strings>
@@ -42,7 +46,6 @@
     <l:s k="testCases">テストケース数</l:s>
     <l:s k="passRate">合格率</l:s>
     <l:s k="assertions">アサーション</l:s>
-    <l:s k="failedShort">失敗</l:s>
     <l:s k="countsByStatus">状態別テストケース</l:s>
     <l:s k="testCase">テストケース</l:s>
     <l:s k="testType">テスト種別</l:s>
@@ -66,9 +69,27 @@
     <l:s k="col.guid">GUID</l:s>
     <l:s k="col.name">アサーション</l:s>
     <l:s k="col.dir">ディレクトリ</l:s>
-    <l:s k="col.filename">ファイル</l:s>
-    <l:s k="col.fnr">ファイル番号</l:s>
-    <l:s k="col.lnr">行</l:s>
+    <l:s k="skip">テストケースへ移動</l:s>
+    <l:s k="sec.verdict">判定</l:s>
+    <l:s k="sec.problems">問題</l:s>
+    <l:s k="problems.caption">合格しなかったテストケース（実行順）</l:s>
+    <l:s k="firstFailure">最初に失敗したアサーション</l:s>
+    <l:s k="lastAssertion">最後に到達したアサーション</l:s>
+    <l:s k="none.problems">問題はありません：すべてのテストケースが合格しました。</l:s>
+    <l:s k="none.match">フィルターに一致するテストケースはありません。</l:s>
+    <l:s k="ctl.show">表示</l:s>
+    <l:s k="ctl.search">検索</l:s>
+    <l:s k="ctl.searchHint">名前、メッセージ、ファイル</l:s>
+    <l:s k="ctl.expand">すべて展開</l:s>
+    <l:s k="ctl.collapse">すべて折りたたむ</l:s>
+    <l:s k="ctl.dark">ダークモード</l:s>
+    <l:s k="ctl.keys">キー：/ 検索、j 次の問題、k 前の問題</l:s>
+    <l:s k="total">合計</l:s>
+    <l:s k="notPassed">未合格</l:s>
+    <l:s k="assertionsShort">件のアサーション</l:s>
+    <l:s k="notPassedShort">件が未合格</l:s>
+    <l:s k="outcome">実行の終了状態</l:s>
+    <l:s k="col.fileLine">ファイル:行</l:s>
     <l:s k="generated">このレポートは qendor によって生成されました。</l:s>
     <l:s k="st" src="PASSED">合格</l:s>
     <l:s k="st" src="FAILED">不合格</l:s>

@@ -1,7 +1,8 @@
 <?xml version="1.0" encoding="UTF-8"?>
 <!--
   HTML report in Korean. The page itself is built by TestResultCore.xslt;
-  this file gives only the language: its lang value, font stack and strings.
+  this file gives only the language: its lang value, font stack, number
+  formats and strings.
   Entries with "src" translate a value of the result document; a value that
   has no entry is shown as it stands.
 -->
@@ -13,6 +14,9 @@
 
   <xsl:variable name="lang" select="'ko'"/>
   <xsl:variable name="fonts" select="'&quot;Apple SD Gothic Neo&quot;, &quot;Malgun Gothic&quot;, &quot;Noto Sans CJK KR&quot;, &quot;Source Han Sans K&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="intFormat" select="'#,##0'"/>
+  <xsl:variable name="pctFormat" select="'0.#'"/>
+  <xsl:variable name="pctSign" select="'%'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
   <l:strings>
@@ -42,7 +46,6 @@
     <l:s k="testCases">테스트 케이스 수</l:s>
     <l:s k="passRate">통과율</l:s>
     <l:s k="assertions">어설션</l:s>
-    <l:s k="failedShort">실패</l:s>
     <l:s k="countsByStatus">상태별 테스트 케이스</l:s>
     <l:s k="testCase">테스트 케이스</l:s>
     <l:s k="testType">테스트 유형</l:s>
@@ -66,9 +69,27 @@
     <l:s k="col.guid">GUID</l:s>
     <l:s k="col.name">어설션</l:s>
     <l:s k="col.dir">디렉터리</l:s>
-    <l:s k="col.filename">파일</l:s>
-    <l:s k="col.fnr">파일 번호</l:s>
-    <l:s k="col.lnr">줄</l:s>
+    <l:s k="skip">테스트 케이스로 건너뛰기</l:s>
+    <l:s k="sec.verdict">판정</l:s>
+    <l:s k="sec.problems">문제</l:s>
+    <l:s k="problems.caption">통과하지 못한 테스트 케이스(실행 순서)</l:s>
+    <l:s k="firstFailure">첫 번째 실패한 어설션</l:s>
+    <l:s k="lastAssertion">마지막으로 도달한 어설션</l:s>
+    <l:s k="none.problems">문제 없음: 모든 테스트 케이스가 통과했습니다.</l:s>
+    <l:s k="none.match">필터와 일치하는 테스트 케이스가 없습니다.</l:s>
+    <l:s k="ctl.show">표시</l:s>
+    <l:s k="ctl.search">검색</l:s>
+    <l:s k="ctl.searchHint">이름, 메시지, 파일</l:s>
+    <l:s k="ctl.expand">모두 펼치기</l:s>
+    <l:s k="ctl.collapse">모두 접기</l:s>
+    <l:s k="ctl.dark">다크 모드</l:s>
+    <l:s k="ctl.keys">단축키: / 검색, j 다음 문제, k 이전 문제</l:s>
+    <l:s k="total">합계</l:s>
+    <l:s k="notPassed">통과하지 못함</l:s>
+    <l:s k="assertionsShort">개 어설션</l:s>
+    <l:s k="notPassedShort">개 통과하지 못함</l:s>
+    <l:s k="outcome">실행 종료 상태</l:s>
+    <l:s k="col.fileLine">파일:줄</l:s>
     <l:s k="generated">qendor에서 생성한 보고서입니다.</l:s>
     <l:s k="st" src="PASSED">통과</l:s>
     <l:s k="st" src="FAILED">실패</l:s>

@@ -4,34 +4,64 @@
 
   A language file (TestResult2ENU.xslt and its siblings) imports this file and
   supplies only what differs between languages:
-    $lang   the value of the html lang attribute
-    $fonts  the CSS font stack
-    $T      its strings: l:s elements with a key "k" and, for words that stand
-            for a value of the result document, the original value in "src".
+    $lang       the value of the html lang attribute
+    $fonts      the CSS font stack
+    $intFormat  the format-number pattern of counts (grouping of thousands)
+    $pctFormat  the format-number pattern of percentages
+    $T          its strings: l:s elements with a key "k" and, for words that
+                stand for a value of the result document, the original value
+                in "src".
   Every label goes through $T; the run's own values (names, messages, paths,
   GUIDs) are written as they stand, escaped by the serializer.
 
-  The page uses only HTML 4 elements and inline CSS, so it opens offline from
-  disk and passes a strict HTML parser.
+  The page is one self-contained file: inline CSS, a small script, no
+  external assets; images are linked by the relative paths of the document.
+  Everything is readable and printable with scripts off: the script only adds
+  the filters, the search, the keys and the theme toggle. Test cases are
+  native details blocks (problems open, passed ones closed) so that the
+  browser's own find reaches every row; content-visibility keeps a page with
+  a hundred thousand assertions quick to open.
 -->
 <xsl:stylesheet version="1.0"
     xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
     xmlns:l="urn:qendor:strings"
     exclude-result-prefixes="l">
 
-  <xsl:output method="html" encoding="UTF-8" indent="yes"
+  <xsl:output method="html" encoding="UTF-8" indent="no"
               doctype-system="about:legacy-compat"/>
 
   <!-- Defaults, overridden by the importing language file. -->
   <xsl:variable name="lang" select="'en'"/>
   <xsl:variable name="fonts"
       select="'system-ui, -apple-system, &quot;Segoe UI&quot;, Roboto, &quot;Noto Sans&quot;, Arial, sans-serif'"/>
+  <xsl:variable name="intFormat" select="'#,##0'"/>
+  <xsl:variable name="pctFormat" select="'0.#'"/>
+  <xsl:variable name="pctSign" select="'%'"/>
   <xsl:variable name="T" select="/.."/>
 
   <!-- The verification result that the program gives to a test case that did
        not terminate; such a test case keeps the status ERROR in the document
-       but ends the run with its own exit status. -->
+       but ends the run with its own exit status and counts on its own here. -->
   <xsl:variable name="notTerminatedText" select="'TestCase did not terminate as expected'"/>
+
+  <!-- Test cases grouped by the status they end with (NOT_TERMINATED for an
+       ERROR with the not-terminated verdict). Keys may not use variables, so
+       the verdict text is written out. -->
+  <xsl:key name="case-by-outcome" match="TestCaseResult"
+      use="concat(
+             substring('NOT_TERMINATED', 1,
+               14 * (@status = 'ERROR' and @verificationResult = 'TestCase did not terminate as expected')),
+             substring(@status, 1,
+               string-length(@status) * not(@status = 'ERROR' and @verificationResult = 'TestCase did not terminate as expected')))"/>
+  <!-- Assertions that did not pass, by their test case. -->
+  <xsl:key name="bad-by-case" match="AssertionInfo[@status != 'PASSED']" use="generate-id(../..)"/>
+
+  <!-- Words needed once per assertion row, looked up once per page. -->
+  <xsl:variable name="w.PASSED" select="string($T[@k = 'st'][@src = 'PASSED'])"/>
+  <xsl:variable name="w.FAILED" select="string($T[@k = 'st'][@src = 'FAILED'])"/>
+  <xsl:variable name="w.ERROR" select="string($T[@k = 'st'][@src = 'ERROR'])"/>
+  <xsl:variable name="w.internal" select="string($T[@k = 'arb'][@src = 'internal'])"/>
+  <xsl:variable name="w.external" select="string($T[@k = 'arb'][@src = 'external'])"/>
 
   <!-- ===== Strings ===== -->
 
@@ -53,10 +83,20 @@
     </xsl:choose>
   </xsl:template>
 
+  <xsl:template name="int">
+    <xsl:param name="n"/>
+    <xsl:value-of select="format-number($n, $intFormat)"/>
+  </xsl:template>
+
+  <xsl:template name="pct">
+    <xsl:param name="n"/>
+    <xsl:value-of select="format-number($n, $pctFormat)"/>
+    <xsl:value-of select="$pctSign"/>
+  </xsl:template>
+
   <!-- ===== Status ===== -->
 
-  <!-- The status a test case ends the run with: NOT_TERMINATED where the
-       document says ERROR together with the not-terminated verdict. -->
+  <!-- The status a test case ends the run with. -->
   <xsl:template name="case-outcome">
     <xsl:param name="tc" select="."/>
     <xsl:choose>
@@ -66,7 +106,7 @@
   </xsl:template>
 
   <!-- CSS class and symbol of a status, so that it is never told by colour
-       alone. -->
+       alone: each status has its own shape as well as its word. -->
   <xsl:template name="status-class">
     <xsl:param name="s"/>
     <xsl:choose>
@@ -86,6 +126,16 @@
       <xsl:when test="$s = 'ERROR'">!</xsl:when>
       <xsl:when test="$s = 'NOT_TERMINATED'">&#x2026;</xsl:when>
       <xsl:otherwise>?</xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- The status key of the filters: one of the five, any unknown status
+       counting as UNDEFINED. -->
+  <xsl:template name="status-key">
+    <xsl:param name="s"/>
+    <xsl:choose>
+      <xsl:when test="$s = 'PASSED' or $s = 'FAILED' or $s = 'ERROR' or $s = 'NOT_TERMINATED'"><xsl:value-of select="$s"/></xsl:when>
+      <xsl:otherwise>UNDEFINED</xsl:otherwise>
     </xsl:choose>
   </xsl:template>
 
@@ -119,6 +169,12 @@
     </xsl:choose>
   </xsl:template>
 
+  <!-- The anchor of a test case: stable across runs, made of its name. -->
+  <xsl:template name="case-id">
+    <xsl:param name="tc" select="."/>
+    <xsl:value-of select="concat('tc-', translate($tc/@name, ' &#9;&#10;&#13;#%&quot;', '_______'))"/>
+  </xsl:template>
+
   <!-- ===== Page ===== -->
 
   <xsl:template match="/">
@@ -126,10 +182,14 @@
   </xsl:template>
 
   <xsl:template match="TestResult">
-    <xsl:variable name="isContext" select="@kind = 'rk_testcontext' or TestContextResult"/>
+    <xsl:variable name="isContext" select="boolean(TestContextResult) or (@kind = 'rk_testcontext' and not(TestCaseResult))"/>
+    <xsl:variable name="cases" select="TestContextResult/TestCaseResult | TestCaseResult"/>
     <html lang="{$lang}">
       <head>
+        <meta charset="UTF-8"/>
         <title>
+          <xsl:value-of select="ResultHeader/@name"/>
+          <xsl:text> – </xsl:text>
           <xsl:call-template name="t">
             <xsl:with-param name="k">
               <xsl:choose>
@@ -138,11 +198,10 @@
               </xsl:choose>
             </xsl:with-param>
           </xsl:call-template>
-          <xsl:text>: </xsl:text>
-          <xsl:value-of select="ResultHeader/@name"/>
         </title>
         <meta name="viewport" content="width=device-width, initial-scale=1"/>
-        <style type="text/css">
+        <meta name="color-scheme" content="light dark"/>
+        <style>
           <xsl:text>body{font-family:</xsl:text>
           <xsl:value-of select="$fonts"/>
           <xsl:text>;}</xsl:text>
@@ -150,21 +209,44 @@
         </style>
       </head>
       <body>
+        <a class="skip" href="#cases">
+          <xsl:call-template name="t"><xsl:with-param name="k" select="'skip'"/></xsl:call-template>
+        </a>
         <div class="page">
-          <xsl:apply-templates select="ResultHeader">
-            <xsl:with-param name="isContext" select="$isContext"/>
-          </xsl:apply-templates>
-          <xsl:apply-templates select="TestContextResult"/>
-          <xsl:for-each select="TestCaseResult">
-            <xsl:call-template name="case-summary"/>
-            <xsl:apply-templates select=".">
-              <xsl:with-param name="index" select="position()"/>
-            </xsl:apply-templates>
-          </xsl:for-each>
+          <xsl:apply-templates select="ResultHeader"/>
+          <xsl:call-template name="controls">
+            <xsl:with-param name="cases" select="$cases"/>
+          </xsl:call-template>
+          <div role="main" id="main">
+            <xsl:call-template name="summary">
+              <xsl:with-param name="cases" select="$cases"/>
+              <xsl:with-param name="isContext" select="$isContext"/>
+            </xsl:call-template>
+            <xsl:call-template name="problems">
+              <xsl:with-param name="cases" select="$cases"/>
+            </xsl:call-template>
+            <h2 id="cases" tabindex="-1">
+              <xsl:call-template name="t"><xsl:with-param name="k" select="'sec.cases'"/></xsl:call-template>
+            </h2>
+            <xsl:choose>
+              <xsl:when test="not($cases)">
+                <p class="empty"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.cases'"/></xsl:call-template></p>
+              </xsl:when>
+              <xsl:otherwise>
+                <xsl:apply-templates select="$cases"/>
+                <p class="empty" id="nomatch" hidden="hidden">
+                  <xsl:call-template name="t"><xsl:with-param name="k" select="'none.match'"/></xsl:call-template>
+                </p>
+              </xsl:otherwise>
+            </xsl:choose>
+          </div>
           <p class="foot">
             <xsl:call-template name="t"><xsl:with-param name="k" select="'generated'"/></xsl:call-template>
           </p>
         </div>
+        <script>
+          <xsl:call-template name="script"/>
+        </script>
       </body>
     </html>
   </xsl:template>
@@ -172,42 +254,43 @@
   <!-- ===== Header ===== -->
 
   <xsl:template match="ResultHeader">
-    <xsl:param name="isContext"/>
-    <h1>
-      <span class="kind">
-        <xsl:call-template name="word">
-          <xsl:with-param name="k" select="'kind'"/>
-          <xsl:with-param name="v" select="../@kind"/>
-        </xsl:call-template>
-      </span>
-      <xsl:text> </xsl:text>
-      <xsl:value-of select="@name"/>
-    </h1>
-    <div class="cards">
-      <table class="card">
-        <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.report'"/></xsl:call-template></caption>
-        <xsl:call-template name="field"><xsl:with-param name="k" select="'name'"/><xsl:with-param name="v" select="@name"/></xsl:call-template>
-        <xsl:call-template name="field"><xsl:with-param name="k" select="'fullname'"/><xsl:with-param name="v" select="@fullname"/></xsl:call-template>
-        <xsl:call-template name="field"><xsl:with-param name="k" select="'time'"/><xsl:with-param name="v" select="@time"/></xsl:call-template>
-      </table>
-      <xsl:for-each select="EnvironmentInfo">
+    <div class="head">
+      <h1>
+        <span class="kind">
+          <xsl:call-template name="word">
+            <xsl:with-param name="k" select="'kind'"/>
+            <xsl:with-param name="v" select="../@kind"/>
+          </xsl:call-template>
+        </span>
+        <xsl:text> </xsl:text>
+        <xsl:value-of select="@name"/>
+      </h1>
+      <div class="cards">
         <table class="card">
-          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.env'"/></xsl:call-template></caption>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'userName'"/><xsl:with-param name="v" select="@userName"/></xsl:call-template>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'machineName'"/><xsl:with-param name="v" select="@machineName"/></xsl:call-template>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'osVersion'"/><xsl:with-param name="v" select="@osVersion"/></xsl:call-template>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'korvanVersion'"/><xsl:with-param name="v" select="@korvanVersion"/></xsl:call-template>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'ostraVersion'"/><xsl:with-param name="v" select="@ostraVersion"/></xsl:call-template>
+          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.report'"/></xsl:call-template></caption>
+          <xsl:call-template name="field"><xsl:with-param name="k" select="'name'"/><xsl:with-param name="v" select="@name"/></xsl:call-template>
+          <xsl:call-template name="field"><xsl:with-param name="k" select="'fullname'"/><xsl:with-param name="v" select="@fullname"/></xsl:call-template>
+          <xsl:call-template name="field"><xsl:with-param name="k" select="'time'"/><xsl:with-param name="v" select="@time"/></xsl:call-template>
         </table>
-      </xsl:for-each>
-      <xsl:for-each select="ConfigurationInfo">
-        <table class="card">
-          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.config'"/></xsl:call-template></caption>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'projectName'"/><xsl:with-param name="v" select="@projectName"/></xsl:call-template>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'componentName'"/><xsl:with-param name="v" select="@componentName"/></xsl:call-template>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'configurationName'"/><xsl:with-param name="v" select="@configurationName"/></xsl:call-template>
-        </table>
-      </xsl:for-each>
+        <xsl:for-each select="EnvironmentInfo">
+          <table class="card">
+            <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.env'"/></xsl:call-template></caption>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'userName'"/><xsl:with-param name="v" select="@userName"/></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'machineName'"/><xsl:with-param name="v" select="@machineName"/></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'osVersion'"/><xsl:with-param name="v" select="@osVersion"/></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'korvanVersion'"/><xsl:with-param name="v" select="@korvanVersion"/></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'ostraVersion'"/><xsl:with-param name="v" select="@ostraVersion"/></xsl:call-template>
+          </table>
+        </xsl:for-each>
+        <xsl:for-each select="ConfigurationInfo">
+          <table class="card">
+            <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.config'"/></xsl:call-template></caption>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'projectName'"/><xsl:with-param name="v" select="@projectName"/></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'componentName'"/><xsl:with-param name="v" select="@componentName"/></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'configurationName'"/><xsl:with-param name="v" select="@configurationName"/></xsl:call-template>
+          </table>
+        </xsl:for-each>
+      </div>
     </div>
   </xsl:template>
 
@@ -221,54 +304,116 @@
     </tr>
   </xsl:template>
 
-  <!-- ===== Test context ===== -->
+  <!-- ===== Controls (shown by the script only) ===== -->
 
-  <xsl:template match="TestContextResult">
-    <xsl:variable name="cases" select="TestCaseResult"/>
+  <xsl:template name="controls">
+    <xsl:param name="cases"/>
+    <div class="controls" id="controls" hidden="hidden" role="search">
+      <fieldset class="filters">
+        <legend><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.show'"/></xsl:call-template></legend>
+        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+      </fieldset>
+      <label class="search">
+        <span><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.search'"/></xsl:call-template></span>
+        <xsl:text> </xsl:text>
+        <input type="search" id="q" autocomplete="off">
+          <xsl:attribute name="placeholder"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.searchHint'"/></xsl:call-template></xsl:attribute>
+        </input>
+      </label>
+      <span class="buttons">
+        <button type="button" id="expand"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.expand'"/></xsl:call-template></button>
+        <button type="button" id="collapse"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.collapse'"/></xsl:call-template></button>
+        <button type="button" id="theme" aria-pressed="false"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.dark'"/></xsl:call-template></button>
+      </span>
+      <p class="keys"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.keys'"/></xsl:call-template></p>
+    </div>
+  </xsl:template>
+
+  <xsl:template name="count-of">
+    <xsl:param name="s"/>
+    <xsl:param name="cases"/>
+    <xsl:choose>
+      <xsl:when test="$s = 'UNDEFINED'">
+        <xsl:value-of select="count($cases) - count(key('case-by-outcome', 'PASSED')) - count(key('case-by-outcome', 'FAILED'))
+                              - count(key('case-by-outcome', 'ERROR')) - count(key('case-by-outcome', 'NOT_TERMINATED'))"/>
+      </xsl:when>
+      <xsl:otherwise><xsl:value-of select="count(key('case-by-outcome', $s))"/></xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <xsl:template name="filter-box">
+    <xsl:param name="s"/>
+    <xsl:param name="cases"/>
+    <label class="filter">
+      <input type="checkbox" checked="checked" value="{$s}"/>
+      <xsl:text> </xsl:text>
+      <xsl:call-template name="badge"><xsl:with-param name="s" select="$s"/></xsl:call-template>
+      <xsl:text> </xsl:text>
+      <span class="n">
+        <xsl:call-template name="count-of"><xsl:with-param name="s" select="$s"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+      </span>
+    </label>
+  </xsl:template>
+
+  <!-- ===== Summary ===== -->
+
+  <xsl:template name="summary">
+    <xsl:param name="cases"/>
+    <xsl:param name="isContext"/>
     <xsl:variable name="total" select="count($cases)"/>
-    <xsl:variable name="nPassed" select="count($cases[@status = 'PASSED'])"/>
-    <xsl:variable name="nFailed" select="count($cases[@status = 'FAILED'])"/>
-    <xsl:variable name="nNotTerm" select="count($cases[@status = 'ERROR' and @verificationResult = $notTerminatedText])"/>
-    <xsl:variable name="nError" select="count($cases[@status = 'ERROR']) - $nNotTerm"/>
+    <xsl:variable name="nPassed" select="count(key('case-by-outcome', 'PASSED'))"/>
+    <xsl:variable name="nFailed" select="count(key('case-by-outcome', 'FAILED'))"/>
+    <xsl:variable name="nError" select="count(key('case-by-outcome', 'ERROR'))"/>
+    <xsl:variable name="nNotTerm" select="count(key('case-by-outcome', 'NOT_TERMINATED'))"/>
     <xsl:variable name="nOther" select="$total - $nPassed - $nFailed - $nError - $nNotTerm"/>
-    <xsl:variable name="asserts" select="$cases/*/AssertionInfo"/>
+    <xsl:variable name="nAsserts" select="count($cases/*/AssertionInfo)"/>
+    <xsl:variable name="nBadAsserts" select="count($cases/*/AssertionInfo[@status != 'PASSED'])"/>
+    <xsl:variable name="status">
+      <xsl:choose>
+        <xsl:when test="$isContext"><xsl:value-of select="TestContextResult/@status"/></xsl:when>
+        <xsl:otherwise><xsl:call-template name="case-outcome"><xsl:with-param name="tc" select="$cases[1]"/></xsl:call-template></xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
 
-    <h2><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.summary'"/></xsl:call-template></h2>
+    <h2 id="summary"><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.summary'"/></xsl:call-template></h2>
     <div class="summary">
-      <table class="card">
-        <xsl:call-template name="status-row">
-          <xsl:with-param name="k" select="'contextStatus'"/>
-          <xsl:with-param name="s" select="@status"/>
-        </xsl:call-template>
+      <table class="card verdict">
+        <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.verdict'"/></xsl:call-template></caption>
         <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'exitStatus'"/></xsl:call-template></th>
-          <td class="num">
-            <xsl:call-template name="exit-status"><xsl:with-param name="s" select="@status"/></xsl:call-template>
-          </td>
+          <th scope="row">
+            <xsl:call-template name="t">
+              <xsl:with-param name="k">
+                <xsl:choose>
+                  <xsl:when test="$isContext">contextStatus</xsl:when>
+                  <xsl:otherwise>caseStatus</xsl:otherwise>
+                </xsl:choose>
+              </xsl:with-param>
+            </xsl:call-template>
+          </th>
+          <td id="verdict"><xsl:call-template name="badge"><xsl:with-param name="s" select="$status"/></xsl:call-template></td>
         </tr>
         <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCases'"/></xsl:call-template></th>
-          <td class="num"><xsl:value-of select="$total"/></td>
+          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'exitStatus'"/></xsl:call-template></th>
+          <td class="num" id="exit"><xsl:call-template name="exit-status"><xsl:with-param name="s" select="$status"/></xsl:call-template></td>
         </tr>
         <tr>
           <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'passRate'"/></xsl:call-template></th>
-          <td class="num">
+          <td class="num" id="passrate">
             <xsl:choose>
-              <xsl:when test="$total &gt; 0"><xsl:value-of select="format-number($nPassed * 100 div $total, '0')"/>&#160;%</xsl:when>
+              <xsl:when test="$total &gt; 0">
+                <xsl:call-template name="pct"><xsl:with-param name="n" select="$nPassed * 100 div $total"/></xsl:call-template>
+              </xsl:when>
               <xsl:otherwise>&#8211;</xsl:otherwise>
             </xsl:choose>
           </td>
         </tr>
         <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'assertions'"/></xsl:call-template></th>
-          <td class="num">
-            <xsl:value-of select="count($asserts)"/>
-            <xsl:text> (</xsl:text>
-            <xsl:call-template name="t"><xsl:with-param name="k" select="'failedShort'"/></xsl:call-template>
-            <xsl:text> </xsl:text>
-            <xsl:value-of select="count($asserts[@status != 'PASSED'])"/>
-            <xsl:text>)</xsl:text>
-          </td>
+          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCases'"/></xsl:call-template></th>
+          <td class="num" id="ncases"><xsl:call-template name="int"><xsl:with-param name="n" select="$total"/></xsl:call-template></td>
         </tr>
       </table>
       <table class="card counts">
@@ -279,88 +424,40 @@
         <xsl:call-template name="count-row"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="n" select="$nNotTerm"/></xsl:call-template>
         <xsl:call-template name="count-row"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="n" select="$nOther"/></xsl:call-template>
       </table>
+      <table class="card asserts-total">
+        <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'assertions'"/></xsl:call-template></caption>
+        <tr>
+          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'total'"/></xsl:call-template></th>
+          <td class="num" id="nasserts"><xsl:call-template name="int"><xsl:with-param name="n" select="$nAsserts"/></xsl:call-template></td>
+        </tr>
+        <tr>
+          <th scope="row"><xsl:call-template name="badge"><xsl:with-param name="s" select="'PASSED'"/></xsl:call-template></th>
+          <td class="num"><xsl:call-template name="int"><xsl:with-param name="n" select="$nAsserts - $nBadAsserts"/></xsl:call-template></td>
+        </tr>
+        <tr>
+          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'notPassed'"/></xsl:call-template></th>
+          <td class="num" id="nbad"><xsl:call-template name="int"><xsl:with-param name="n" select="$nBadAsserts"/></xsl:call-template></td>
+        </tr>
+      </table>
     </div>
     <xsl:if test="$total &gt; 0">
-      <div class="bar" role="img">
-        <xsl:attribute name="aria-label">
-          <xsl:call-template name="t"><xsl:with-param name="k" select="'countsByStatus'"/></xsl:call-template>
-        </xsl:attribute>
-        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="n" select="$nPassed"/><xsl:with-param name="total" select="$total"/></xsl:call-template>
-        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="n" select="$nFailed"/><xsl:with-param name="total" select="$total"/></xsl:call-template>
-        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="n" select="$nError"/><xsl:with-param name="total" select="$total"/></xsl:call-template>
-        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="n" select="$nNotTerm"/><xsl:with-param name="total" select="$total"/></xsl:call-template>
-        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="n" select="$nOther"/><xsl:with-param name="total" select="$total"/></xsl:call-template>
-      </div>
+      <xsl:variable name="label">
+        <xsl:call-template name="t"><xsl:with-param name="k" select="'countsByStatus'"/></xsl:call-template>
+        <xsl:text>: </xsl:text>
+        <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="n" select="$nPassed"/></xsl:call-template>
+        <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="n" select="$nFailed"/></xsl:call-template>
+        <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="n" select="$nError"/></xsl:call-template>
+        <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="n" select="$nNotTerm"/></xsl:call-template>
+        <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="n" select="$nOther"/></xsl:call-template>
+      </xsl:variable>
+      <svg class="bar" viewBox="0 0 {$total} 1" preserveAspectRatio="none" role="img" aria-label="{$label}">
+        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="x" select="0"/><xsl:with-param name="n" select="$nPassed"/></xsl:call-template>
+        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="x" select="$nPassed"/><xsl:with-param name="n" select="$nFailed"/></xsl:call-template>
+        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="x" select="$nPassed + $nFailed"/><xsl:with-param name="n" select="$nError"/></xsl:call-template>
+        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="x" select="$nPassed + $nFailed + $nError"/><xsl:with-param name="n" select="$nNotTerm"/></xsl:call-template>
+        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="x" select="$nPassed + $nFailed + $nError + $nNotTerm"/><xsl:with-param name="n" select="$nOther"/></xsl:call-template>
+      </svg>
     </xsl:if>
-
-    <h2><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.cases'"/></xsl:call-template></h2>
-    <xsl:choose>
-      <xsl:when test="$total = 0">
-        <p class="empty"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.cases'"/></xsl:call-template></p>
-      </xsl:when>
-      <xsl:otherwise>
-        <table class="grid overview">
-          <thead>
-            <tr>
-              <th scope="col">#</th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'testType'"/></xsl:call-template></th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'status'"/></xsl:call-template></th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'verificationResult'"/></xsl:call-template></th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'assertions'"/></xsl:call-template></th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'cov.coverage'"/></xsl:call-template></th>
-            </tr>
-          </thead>
-          <tbody>
-            <xsl:for-each select="$cases">
-              <xsl:variable name="outcome"><xsl:call-template name="case-outcome"/></xsl:variable>
-              <tr>
-                <xsl:attribute name="class">
-                  <xsl:call-template name="status-class"><xsl:with-param name="s" select="$outcome"/></xsl:call-template>
-                </xsl:attribute>
-                <td class="num"><xsl:value-of select="position()"/></td>
-                <td><a href="#tc{position()}"><xsl:value-of select="@name"/></a></td>
-                <td>
-                  <xsl:call-template name="word"><xsl:with-param name="k" select="'tt'"/><xsl:with-param name="v" select="@testType"/></xsl:call-template>
-                </td>
-                <td><xsl:call-template name="badge"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></td>
-                <td>
-                  <xsl:call-template name="word"><xsl:with-param name="k" select="'vr'"/><xsl:with-param name="v" select="@verificationResult"/></xsl:call-template>
-                </td>
-                <td class="num">
-                  <xsl:value-of select="count(*/AssertionInfo)"/>
-                  <xsl:if test="*/AssertionInfo[@status != 'PASSED']">
-                    <xsl:text> (</xsl:text>
-                    <xsl:call-template name="t"><xsl:with-param name="k" select="'failedShort'"/></xsl:call-template>
-                    <xsl:text> </xsl:text>
-                    <xsl:value-of select="count(*/AssertionInfo[@status != 'PASSED'])"/>
-                    <xsl:text>)</xsl:text>
-                  </xsl:if>
-                </td>
-                <td class="num">
-                  <xsl:for-each select="ResultForSD/SDSummaryInfo/SDResults/SDResult[1]">
-                    <xsl:value-of select="@coverage"/>&#160;%</xsl:for-each>
-                </td>
-              </tr>
-            </xsl:for-each>
-          </tbody>
-        </table>
-        <xsl:for-each select="$cases">
-          <xsl:apply-templates select=".">
-            <xsl:with-param name="index" select="position()"/>
-          </xsl:apply-templates>
-        </xsl:for-each>
-      </xsl:otherwise>
-    </xsl:choose>
-  </xsl:template>
-
-  <xsl:template name="status-row">
-    <xsl:param name="k"/>
-    <xsl:param name="s"/>
-    <tr>
-      <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="$k"/></xsl:call-template></th>
-      <td><xsl:call-template name="badge"><xsl:with-param name="s" select="$s"/></xsl:call-template></td>
-    </tr>
   </xsl:template>
 
   <xsl:template name="count-row">
@@ -368,90 +465,223 @@
     <xsl:param name="n"/>
     <tr>
       <th scope="row"><xsl:call-template name="badge"><xsl:with-param name="s" select="$s"/></xsl:call-template></th>
-      <td class="num"><xsl:value-of select="$n"/></td>
+      <td class="num" data-count="{$s}"><xsl:call-template name="int"><xsl:with-param name="n" select="$n"/></xsl:call-template></td>
     </tr>
   </xsl:template>
 
-  <xsl:template name="bar-part">
+  <xsl:template name="bar-label">
     <xsl:param name="s"/>
     <xsl:param name="n"/>
-    <xsl:param name="total"/>
     <xsl:if test="$n &gt; 0">
-      <span style="width:{format-number($n * 100 div $total, '0.###')}%">
+      <xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="$s"/></xsl:call-template>
+      <xsl:text> </xsl:text>
+      <xsl:value-of select="$n"/>
+      <xsl:text>; </xsl:text>
+    </xsl:if>
+  </xsl:template>
+
+  <!-- One segment of the status bar; the gaps between segments and the
+       symbols in the legend beside it keep it readable without colour. -->
+  <xsl:template name="bar-part">
+    <xsl:param name="s"/>
+    <xsl:param name="x"/>
+    <xsl:param name="n"/>
+    <xsl:if test="$n &gt; 0">
+      <rect x="{$x}" y="0" width="{$n}" height="1">
         <xsl:attribute name="class">
           <xsl:call-template name="status-class"><xsl:with-param name="s" select="$s"/></xsl:call-template>
         </xsl:attribute>
-        <xsl:attribute name="title">
-          <xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="$s"/></xsl:call-template>
-          <xsl:text>: </xsl:text>
-          <xsl:value-of select="$n"/>
-        </xsl:attribute>
-        <xsl:value-of select="$n"/>
+      </rect>
+    </xsl:if>
+  </xsl:template>
+
+  <!-- ===== Problems ===== -->
+
+  <xsl:template name="problems">
+    <xsl:param name="cases"/>
+    <xsl:variable name="bad" select="$cases[@status != 'PASSED' or not(@status)]"/>
+    <h2 id="problems">
+      <xsl:call-template name="t"><xsl:with-param name="k" select="'sec.problems'"/></xsl:call-template>
+      <xsl:text> (</xsl:text>
+      <xsl:value-of select="count($bad)"/>
+      <xsl:text>)</xsl:text>
+    </h2>
+    <xsl:choose>
+      <xsl:when test="not($bad)">
+        <p class="empty ok-note"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.problems'"/></xsl:call-template></p>
+      </xsl:when>
+      <xsl:otherwise>
+        <table class="grid problems">
+          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'problems.caption'"/></xsl:call-template></caption>
+          <thead>
+            <tr>
+              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></th>
+              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'status'"/></xsl:call-template></th>
+              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'verificationResult'"/></xsl:call-template></th>
+              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'firstFailure'"/></xsl:call-template></th>
+            </tr>
+          </thead>
+          <tbody>
+            <xsl:for-each select="$bad">
+              <xsl:variable name="outcome"><xsl:call-template name="case-outcome"/></xsl:variable>
+              <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
+              <xsl:variable name="first" select="key('bad-by-case', generate-id())[1]"/>
+              <tr>
+                <th scope="row"><a href="#{$cid}"><xsl:value-of select="@name"/></a></th>
+                <td><xsl:call-template name="badge"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></td>
+                <td><xsl:call-template name="vr"/></td>
+                <td>
+                  <xsl:choose>
+                    <xsl:when test="$first">
+                      <xsl:for-each select="$first">
+                        <xsl:variable name="me" select="generate-id()"/>
+                        <xsl:variable name="nr"><xsl:for-each select="../AssertionInfo"><xsl:if test="generate-id() = $me"><xsl:value-of select="position()"/></xsl:if></xsl:for-each></xsl:variable>
+                        <a href="#{$cid}-a{$nr}">
+                          <xsl:call-template name="assert-text"/>
+                        </a>
+                        <xsl:call-template name="where"/>
+                      </xsl:for-each>
+                    </xsl:when>
+                    <xsl:when test="*/AssertionInfo">
+                      <xsl:for-each select="*/AssertionInfo[last()]">
+                        <span class="muted"><xsl:call-template name="t"><xsl:with-param name="k" select="'lastAssertion'"/></xsl:call-template><xsl:text>: </xsl:text></span>
+                        <a href="#{$cid}-a{count(../AssertionInfo)}">
+                          <xsl:call-template name="assert-text"/>
+                        </a>
+                        <xsl:call-template name="where"/>
+                      </xsl:for-each>
+                    </xsl:when>
+                    <xsl:otherwise>
+                      <span class="muted"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.assertions'"/></xsl:call-template></span>
+                    </xsl:otherwise>
+                  </xsl:choose>
+                </td>
+              </tr>
+            </xsl:for-each>
+          </tbody>
+        </table>
+      </xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- The words of an assertion: SD instance, message and user message, or
+       the statement of a code assertion. -->
+  <xsl:template name="assert-text">
+    <xsl:choose>
+      <xsl:when test="@name"><code><xsl:value-of select="@name"/></code></xsl:when>
+      <xsl:otherwise>
+        <code><xsl:value-of select="@sdiname"/>/<xsl:value-of select="@msgid"/></code>
+        <xsl:if test="string(@usermsg)">
+          <xsl:text> </xsl:text>
+          <xsl:value-of select="@usermsg"/>
+        </xsl:if>
+      </xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <xsl:template name="where">
+    <xsl:if test="string(@filename) or string(@lnr)">
+      <span class="where">
+        <xsl:value-of select="@filename"/>
+        <xsl:text>:</xsl:text>
+        <xsl:value-of select="@lnr"/>
       </span>
     </xsl:if>
   </xsl:template>
 
-  <!-- Summary of a test case document: the status the run ends with. -->
-  <xsl:template name="case-summary">
-    <xsl:variable name="outcome"><xsl:call-template name="case-outcome"/></xsl:variable>
-    <h2><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.summary'"/></xsl:call-template></h2>
-    <table class="card">
-      <xsl:call-template name="status-row">
-        <xsl:with-param name="k" select="'caseStatus'"/>
-        <xsl:with-param name="s" select="$outcome"/>
-      </xsl:call-template>
-      <tr>
-        <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'exitStatus'"/></xsl:call-template></th>
-        <td class="num"><xsl:call-template name="exit-status"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></td>
-      </tr>
-    </table>
+  <xsl:template name="vr">
+    <xsl:param name="v" select="@verificationResult"/>
+    <span>
+      <xsl:attribute name="class">
+        <xsl:choose>
+          <xsl:when test="$v = 'Result verification successful'">vr vr-ok</xsl:when>
+          <xsl:when test="$v = 'Result verification failed' or $v = $notTerminatedText">vr vr-bad</xsl:when>
+          <xsl:otherwise>vr vr-info</xsl:otherwise>
+        </xsl:choose>
+      </xsl:attribute>
+      <xsl:call-template name="word"><xsl:with-param name="k" select="'vr'"/><xsl:with-param name="v" select="$v"/></xsl:call-template>
+    </span>
   </xsl:template>
 
   <!-- ===== Test case ===== -->
 
   <xsl:template match="TestCaseResult">
-    <xsl:param name="index" select="1"/>
     <xsl:variable name="outcome"><xsl:call-template name="case-outcome"/></xsl:variable>
-    <div id="tc{$index}">
+    <xsl:variable name="key"><xsl:call-template name="status-key"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></xsl:variable>
+    <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
+    <xsl:variable name="asserts" select="*/AssertionInfo"/>
+    <xsl:variable name="nBad" select="count(key('bad-by-case', generate-id()))"/>
+    <xsl:variable name="sd" select="ResultForSD/SDSummaryInfo/SDResults/SDResult[1]"/>
+    <details id="{$cid}" data-status="{$key}">
       <xsl:attribute name="class">
         <xsl:text>case </xsl:text>
         <xsl:call-template name="status-class"><xsl:with-param name="s" select="$outcome"/></xsl:call-template>
+        <xsl:if test="$outcome != 'PASSED'"> problem</xsl:if>
       </xsl:attribute>
-      <h3>
+      <xsl:if test="$outcome != 'PASSED'"><xsl:attribute name="open">open</xsl:attribute></xsl:if>
+      <summary>
         <xsl:call-template name="badge"><xsl:with-param name="s" select="$outcome"/></xsl:call-template>
         <xsl:text> </xsl:text>
-        <xsl:value-of select="@name"/>
-      </h3>
-      <table class="card">
-        <xsl:call-template name="field"><xsl:with-param name="k" select="'fullname'"/><xsl:with-param name="v" select="@fullname"/></xsl:call-template>
-        <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'testType'"/></xsl:call-template></th>
-          <td><xsl:call-template name="word"><xsl:with-param name="k" select="'tt'"/><xsl:with-param name="v" select="@testType"/></xsl:call-template></td>
-        </tr>
-        <xsl:call-template name="status-row">
-          <xsl:with-param name="k" select="'status'"/>
-          <xsl:with-param name="s" select="@status"/>
-        </xsl:call-template>
-        <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'verificationResult'"/></xsl:call-template></th>
-          <td>
-            <xsl:attribute name="class">
-              <xsl:text>vr </xsl:text>
-              <xsl:choose>
-                <xsl:when test="@verificationResult = 'Result verification successful'">vr-ok</xsl:when>
-                <xsl:when test="@verificationResult = 'Result verification failed' or @verificationResult = $notTerminatedText">vr-bad</xsl:when>
-                <xsl:otherwise>vr-info</xsl:otherwise>
-              </xsl:choose>
-            </xsl:attribute>
-            <xsl:call-template name="word"><xsl:with-param name="k" select="'vr'"/><xsl:with-param name="v" select="@verificationResult"/></xsl:call-template>
-          </td>
-        </tr>
-      </table>
-      <xsl:apply-templates select="ResultForSD | ResultForCode"/>
-    </div>
+        <span class="name"><xsl:value-of select="@name"/></span>
+        <xsl:text> </xsl:text>
+        <xsl:call-template name="vr"/>
+        <span class="facts">
+          <span class="tt"><xsl:call-template name="word"><xsl:with-param name="k" select="'tt'"/><xsl:with-param name="v" select="@testType"/></xsl:call-template></span>
+          <span>
+            <xsl:call-template name="int"><xsl:with-param name="n" select="count($asserts)"/></xsl:call-template>
+            <xsl:text> </xsl:text>
+            <xsl:call-template name="t"><xsl:with-param name="k" select="'assertionsShort'"/></xsl:call-template>
+            <xsl:if test="$nBad &gt; 0">
+              <xsl:text>, </xsl:text>
+              <xsl:call-template name="int"><xsl:with-param name="n" select="$nBad"/></xsl:call-template>
+              <xsl:text> </xsl:text>
+              <xsl:call-template name="t"><xsl:with-param name="k" select="'notPassedShort'"/></xsl:call-template>
+            </xsl:if>
+          </span>
+          <xsl:if test="$sd">
+            <span>
+              <xsl:call-template name="t"><xsl:with-param name="k" select="'cov.coverage'"/></xsl:call-template>
+              <xsl:text> </xsl:text>
+              <xsl:value-of select="$sd/@coverage"/>
+              <xsl:value-of select="$pctSign"/>
+            </span>
+          </xsl:if>
+        </span>
+      </summary>
+      <div class="body">
+        <table class="card facts-table">
+          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></caption>
+          <xsl:call-template name="field"><xsl:with-param name="k" select="'name'"/><xsl:with-param name="v" select="@name"/></xsl:call-template>
+          <xsl:call-template name="field"><xsl:with-param name="k" select="'fullname'"/><xsl:with-param name="v" select="@fullname"/></xsl:call-template>
+          <tr>
+            <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'testType'"/></xsl:call-template></th>
+            <td><xsl:call-template name="word"><xsl:with-param name="k" select="'tt'"/><xsl:with-param name="v" select="@testType"/></xsl:call-template></td>
+          </tr>
+          <tr>
+            <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'status'"/></xsl:call-template></th>
+            <td><xsl:call-template name="badge"><xsl:with-param name="s" select="@status"/></xsl:call-template></td>
+          </tr>
+          <xsl:if test="$outcome != string(@status)">
+            <tr>
+              <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'outcome'"/></xsl:call-template></th>
+              <td><xsl:call-template name="badge"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></td>
+            </tr>
+          </xsl:if>
+          <tr>
+            <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'verificationResult'"/></xsl:call-template></th>
+            <td><xsl:call-template name="vr"/></td>
+          </tr>
+        </table>
+        <xsl:apply-templates select="ResultForSD | ResultForCode">
+          <xsl:with-param name="cid" select="$cid"/>
+        </xsl:apply-templates>
+      </div>
+    </details>
   </xsl:template>
 
   <xsl:template match="ResultForSD">
+    <xsl:param name="cid"/>
+    <xsl:apply-templates select="SDSummaryInfo"/>
     <xsl:if test="UsedSDs/UsedSD or SDSummaryInfo/SDResults/SDResult/SDs">
       <div class="images">
         <xsl:for-each select="UsedSDs/UsedSD">
@@ -462,15 +692,17 @@
         </xsl:for-each>
       </div>
     </xsl:if>
-    <xsl:apply-templates select="SDSummaryInfo"/>
     <xsl:call-template name="assertions">
       <xsl:with-param name="sd" select="true()"/>
+      <xsl:with-param name="cid" select="$cid"/>
     </xsl:call-template>
   </xsl:template>
 
   <xsl:template match="ResultForCode">
+    <xsl:param name="cid"/>
     <xsl:call-template name="assertions">
       <xsl:with-param name="sd" select="false()"/>
+      <xsl:with-param name="cid" select="$cid"/>
     </xsl:call-template>
   </xsl:template>
 
@@ -479,11 +711,14 @@
     <xsl:param name="k"/>
     <xsl:variable name="label"><xsl:call-template name="t"><xsl:with-param name="k" select="$k"/></xsl:call-template></xsl:variable>
     <div class="figure">
-      <a href="{@img}"><img src="{@img}" alt="{$label}"/></a>
-      <div class="caption"><xsl:value-of select="$label"/>: <span class="path"><xsl:value-of select="@img"/></span></div>
+      <div class="caption"><xsl:value-of select="$label"/></div>
+      <a href="{@img}"><img src="{@img}" alt="{$label}" loading="lazy"/></a>
+      <div class="path"><xsl:value-of select="@img"/></div>
     </div>
   </xsl:template>
 
+  <!-- Coverage of the sequence diagram: steps reached of all steps, drawn as
+       a meter with its numbers beside it. -->
   <xsl:template match="SDSummaryInfo">
     <table class="grid coverage">
       <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.coverage'"/></xsl:call-template></caption>
@@ -500,6 +735,13 @@
       <tbody>
         <xsl:for-each select="SDResults/SDResult">
           <xsl:variable name="pct" select="number(@coverage)"/>
+          <xsl:variable name="w">
+            <xsl:choose>
+              <xsl:when test="not($pct = $pct) or $pct &lt; 0">0</xsl:when>
+              <xsl:when test="$pct &gt; 100">100</xsl:when>
+              <xsl:otherwise><xsl:value-of select="$pct"/></xsl:otherwise>
+            </xsl:choose>
+          </xsl:variable>
           <tr>
             <td><xsl:value-of select="@name"/></td>
             <td><xsl:value-of select="@sdname"/></td>
@@ -507,23 +749,18 @@
             <td class="num"><xsl:value-of select="@value"/></td>
             <td class="num"><xsl:value-of select="@max"/></td>
             <td class="meter-cell">
-              <span class="meter">
-                <xsl:if test="$pct = $pct">
-                  <span class="fill">
-                    <xsl:attribute name="style">
-                      <xsl:text>width:</xsl:text>
-                      <xsl:choose>
-                        <xsl:when test="$pct &gt; 100">100</xsl:when>
-                        <xsl:when test="$pct &lt; 0">0</xsl:when>
-                        <xsl:otherwise><xsl:value-of select="$pct"/></xsl:otherwise>
-                      </xsl:choose>
-                      <xsl:text>%</xsl:text>
-                    </xsl:attribute>
-                  </span>
-                </xsl:if>
+              <span class="meter" role="meter" aria-valuemin="0" aria-valuemax="100" aria-valuenow="{$w}">
+                <xsl:attribute name="aria-label">
+                  <xsl:call-template name="t"><xsl:with-param name="k" select="'cov.coverage'"/></xsl:call-template>
+                  <xsl:value-of select="concat(': ', @value, ' / ', @max)"/>
+                </xsl:attribute>
+                <span class="fill" style="width:{$w}%"></span>
               </span>
               <xsl:text> </xsl:text>
-              <xsl:value-of select="@coverage"/>&#160;%</td>
+              <span class="pct"><xsl:value-of select="@coverage"/><xsl:value-of select="$pctSign"/></span>
+              <xsl:text> </xsl:text>
+              <span class="muted">(<xsl:value-of select="@value"/>/<xsl:value-of select="@max"/>)</span>
+            </td>
           </tr>
         </xsl:for-each>
       </tbody>
@@ -531,19 +768,22 @@
   </xsl:template>
 
   <!-- The assertion table of a test case; SD assertions carry the sequence
-       diagram attributes, code assertions their statement. -->
+       diagram attributes, code assertions their statement. Each row has its
+       own anchor, the test case's followed by "-a" and the row number. -->
   <xsl:template name="assertions">
     <xsl:param name="sd"/>
+    <xsl:param name="cid"/>
     <xsl:choose>
       <xsl:when test="not(AssertionInfo)">
         <p class="empty"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.assertions'"/></xsl:call-template></p>
       </xsl:when>
       <xsl:otherwise>
+        <div class="scroll">
         <table class="grid asserts">
           <caption>
             <xsl:call-template name="t"><xsl:with-param name="k" select="'sec.assertions'"/></xsl:call-template>
             <xsl:text> (</xsl:text>
-            <xsl:value-of select="count(AssertionInfo)"/>
+            <xsl:call-template name="int"><xsl:with-param name="n" select="count(AssertionInfo)"/></xsl:call-template>
             <xsl:text>)</xsl:text>
           </caption>
           <thead>
@@ -552,11 +792,9 @@
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'status'"/></xsl:call-template></th>
               <xsl:choose>
                 <xsl:when test="$sd">
-                  <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.sdiname'"/></xsl:call-template></th>
-                  <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.msgid'"/></xsl:call-template></th>
+                  <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.sdiname'"/></xsl:call-template> / <xsl:call-template name="t"><xsl:with-param name="k" select="'col.msgid'"/></xsl:call-template></th>
                   <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.usermsg'"/></xsl:call-template></th>
-                  <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.inr'"/></xsl:call-template></th>
-                  <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.onr'"/></xsl:call-template></th>
+                  <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.inr'"/></xsl:call-template> / <xsl:call-template name="t"><xsl:with-param name="k" select="'col.onr'"/></xsl:call-template></th>
                   <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.arbiter'"/></xsl:call-template></th>
                   <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.guid'"/></xsl:call-template></th>
                 </xsl:when>
@@ -564,55 +802,47 @@
                   <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.name'"/></xsl:call-template></th>
                 </xsl:otherwise>
               </xsl:choose>
-              <th scope="col">
-                <xsl:call-template name="t"><xsl:with-param name="k" select="'col.filename'"/></xsl:call-template>
-                <span class="sub">
-                  <xsl:call-template name="t"><xsl:with-param name="k" select="'col.dir'"/></xsl:call-template>
-                </span>
-              </th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.fnr'"/></xsl:call-template></th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.lnr'"/></xsl:call-template></th>
+              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.dir'"/></xsl:call-template></th>
+              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'col.fileLine'"/></xsl:call-template></th>
             </tr>
           </thead>
           <tbody>
             <xsl:for-each select="AssertionInfo">
-              <tr>
-                <xsl:attribute name="class">
-                  <xsl:choose>
-                    <xsl:when test="@status = 'PASSED'">row-ok</xsl:when>
-                    <xsl:otherwise>row-bad</xsl:otherwise>
-                  </xsl:choose>
-                </xsl:attribute>
-                <td class="num"><xsl:value-of select="position()"/></td>
-                <td><xsl:call-template name="badge"><xsl:with-param name="s" select="@status"/></xsl:call-template></td>
+              <xsl:variable name="aid" select="concat($cid, '-a', position())"/>
+              <tr id="{$aid}">
+                <xsl:if test="@status != 'PASSED'"><xsl:attribute name="class">bad</xsl:attribute></xsl:if>
+                <th scope="row"><a href="#{$aid}"><xsl:value-of select="position()"/></a></th>
+                <xsl:choose>
+                  <xsl:when test="@status = 'PASSED'"><td class="s st-pass"><span aria-hidden="true">&#x2714; </span><xsl:value-of select="$w.PASSED"/></td></xsl:when>
+                  <xsl:when test="@status = 'FAILED'"><td class="s st-fail"><span aria-hidden="true">&#x2718; </span><xsl:value-of select="$w.FAILED"/></td></xsl:when>
+                  <xsl:when test="@status = 'ERROR'"><td class="s st-error"><span aria-hidden="true">! </span><xsl:value-of select="$w.ERROR"/></td></xsl:when>
+                  <xsl:otherwise><td class="s st-other"><span aria-hidden="true">? </span><xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="@status"/></xsl:call-template></td></xsl:otherwise>
+                </xsl:choose>
                 <xsl:choose>
                   <xsl:when test="$sd">
-                    <td><xsl:value-of select="@sdiname"/></td>
-                    <td><xsl:value-of select="@msgid"/></td>
-                    <td class="msg"><xsl:value-of select="@usermsg"/><xsl:if test="@name"><div class="stmt"><xsl:value-of select="@name"/></div></xsl:if></td>
-                    <td class="num"><xsl:value-of select="@inr"/></td>
-                    <td class="onr"><xsl:value-of select="@onr"/></td>
+                    <td class="mono"><xsl:value-of select="@sdiname"/><br/><xsl:value-of select="@msgid"/></td>
+                    <td class="msg"><xsl:value-of select="@usermsg"/><xsl:if test="@name"><div class="mono"><xsl:value-of select="@name"/></div></xsl:if></td>
+                    <td class="mono"><xsl:value-of select="@inr"/> / <xsl:value-of select="@onr"/></td>
                     <td>
-                      <xsl:if test="@arbiterAssert">
-                        <xsl:call-template name="word"><xsl:with-param name="k" select="'arb'"/><xsl:with-param name="v" select="@arbiterAssert"/></xsl:call-template>
-                      </xsl:if>
+                      <xsl:choose>
+                        <xsl:when test="@arbiterAssert = 'internal'"><xsl:value-of select="$w.internal"/></xsl:when>
+                        <xsl:when test="@arbiterAssert = 'external'"><xsl:value-of select="$w.external"/></xsl:when>
+                        <xsl:otherwise><xsl:value-of select="@arbiterAssert"/></xsl:otherwise>
+                      </xsl:choose>
                     </td>
-                    <td class="guid"><xsl:value-of select="@guid"/></td>
+                    <td class="mono guid"><xsl:value-of select="@guid"/></td>
                   </xsl:when>
                   <xsl:otherwise>
-                    <td class="msg"><xsl:value-of select="@name"/></td>
+                    <td class="mono msg"><xsl:value-of select="@name"/></td>
                   </xsl:otherwise>
                 </xsl:choose>
-                <td>
-                  <span class="file"><xsl:value-of select="@filename"/></span>
-                  <span class="dir"><xsl:value-of select="@dir"/></span>
-                </td>
-                <td class="num"><xsl:value-of select="@fnr"/></td>
-                <td class="num"><xsl:value-of select="@lnr"/></td>
+                <td class="mono dir"><xsl:value-of select="@dir"/></td>
+                <td class="mono file" title="{@fnr}"><xsl:value-of select="@filename"/>:<xsl:value-of select="@lnr"/></td>
               </tr>
             </xsl:for-each>
           </tbody>
         </table>
+        </div>
       </xsl:otherwise>
     </xsl:choose>
   </xsl:template>
@@ -621,72 +851,241 @@
 
   <xsl:template name="css">
     <xsl:text>
-:root{color-scheme:light dark;}
-body{margin:0;background:#f6f7f9;color:#1f2328;font-size:15px;line-height:1.45;}
-.page{max-width:1200px;margin:0 auto;padding:20px 24px 40px;}
-h1{font-size:1.6em;margin:0 0 14px;}
-h1 .kind{display:block;font-size:.55em;font-weight:600;color:#57606a;text-transform:uppercase;letter-spacing:.05em;}
-h2{font-size:1.25em;margin:28px 0 10px;border-bottom:1px solid #d0d7de;padding-bottom:4px;}
-h3{font-size:1.1em;margin:0 0 10px;}
-.cards,.summary{display:flex;flex-wrap:wrap;gap:14px;align-items:flex-start;}
+:root{color-scheme:light;--bg:#f6f7f9;--fg:#1f2328;--card:#fff;--line:#d0d7de;--soft:#eef1f4;--muted:#57606a;--link:#0550ae;--focus:#0969da;
+--pass:#0f6b3a;--pass-bg:#dcf5e6;--fail:#b01c0c;--fail-bg:#ffe8e3;--error:#8a4b00;--error-bg:#fff1d6;--nt:#6a2fa8;--nt-bg:#f3e8ff;--other:#424a53;--other-bg:#eaeef2;
+--pass-bar:#009e73;--fail-bar:#d55e00;--error-bar:#e69f00;--nt-bar:#9b59b6;--other-bar:#8c959f;--bad-row:#fff6f4;}
+:root[data-theme=dark]{color-scheme:dark;--bg:#0d1117;--fg:#e6edf3;--card:#161b22;--line:#30363d;--soft:#21262d;--muted:#9da7b3;--link:#79c0ff;--focus:#58a6ff;
+--pass:#7ee2a8;--pass-bg:#0f2d1c;--fail:#ffa198;--fail-bg:#3c1618;--error:#f2cc60;--error-bg:#3a2a08;--nt:#d2a8ff;--nt-bg:#2a1a45;--other:#c9d1d9;--other-bg:#2b3137;--bad-row:#24161a;}
+@media (prefers-color-scheme:dark){:root:not([data-theme=light]){color-scheme:dark;--bg:#0d1117;--fg:#e6edf3;--card:#161b22;--line:#30363d;--soft:#21262d;--muted:#9da7b3;--link:#79c0ff;--focus:#58a6ff;
+--pass:#7ee2a8;--pass-bg:#0f2d1c;--fail:#ffa198;--fail-bg:#3c1618;--error:#f2cc60;--error-bg:#3a2a08;--nt:#d2a8ff;--nt-bg:#2a1a45;--other:#c9d1d9;--other-bg:#2b3137;--bad-row:#24161a;}}
+body{margin:0;background:var(--bg);color:var(--fg);font-size:15px;line-height:1.45;}
+a{color:var(--link);}
+:focus-visible{outline:3px solid var(--focus);outline-offset:2px;}
+.skip{position:absolute;left:-9999px;top:0;background:var(--card);padding:6px 10px;z-index:2;}
+.skip:focus{left:8px;top:8px;}
+.page{max-width:1280px;margin:0 auto;padding:18px 24px 40px;}
+h1{font-size:1.6em;margin:0 0 12px;}
+h1 .kind{display:block;font-size:.55em;font-weight:600;color:var(--muted);text-transform:uppercase;letter-spacing:.05em;}
+h2{font-size:1.25em;margin:26px 0 10px;border-bottom:1px solid var(--line);padding-bottom:4px;}
+.cards,.summary{display:flex;flex-wrap:wrap;gap:12px;align-items:flex-start;}
 table{border-collapse:collapse;}
 caption{text-align:left;font-weight:700;padding:0 0 6px;}
-.card{background:#fff;border:1px solid #d0d7de;border-radius:6px;}
+.card{background:var(--card);border:1px solid var(--line);border-radius:6px;}
 .card caption{padding:8px 10px 4px;}
-.card th,.card td{text-align:left;padding:4px 10px;vertical-align:top;}
-.card th{color:#57606a;font-weight:600;white-space:nowrap;}
-.grid{width:100%;background:#fff;border:1px solid #d0d7de;margin:10px 0;}
-.grid th,.grid td{border-bottom:1px solid #eaeef2;padding:5px 8px;text-align:left;vertical-align:top;}
-.grid thead th{background:#eef1f4;font-weight:600;white-space:nowrap;}
-.num{text-align:right;font-variant-numeric:tabular-nums;}
-.grid td.num{text-align:right;}
-.path,.guid,.onr,.stmt,.file,.dir{font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.85em;}
-.path,.guid,.onr,.stmt,.dir{overflow-wrap:anywhere;}
+.card th,.card td{text-align:left;padding:3px 10px;vertical-align:top;}
+.card th{color:var(--muted);font-weight:600;white-space:nowrap;}
+.card .badge{color:inherit;}
+.grid{width:100%;background:var(--card);border:1px solid var(--line);}
+.grid caption{padding:8px 0 6px;}
+.grid th,.grid td{border-bottom:1px solid var(--soft);padding:4px 8px;text-align:left;vertical-align:top;}
+.grid thead th{background:var(--soft);font-weight:600;white-space:nowrap;}
+.grid tbody th{font-weight:600;}
+.num,.grid td.num{text-align:right;font-variant-numeric:tabular-nums;}
+.mono,code,.where,.path{font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.86em;}
+.mono,.path{overflow-wrap:anywhere;}
 .file{white-space:nowrap;}
-.dir,.sub{display:block;color:#57606a;font-size:.8em;}
-.sub{font-weight:400;}
-.guid{min-width:9em;}
-.stmt{color:#57606a;margin-top:2px;}
-.badge{display:inline-block;padding:1px 8px;border-radius:10px;font-weight:600;font-size:.9em;white-space:nowrap;border:1px solid;}
-.st-pass .sym,.st-fail .sym,.st-error .sym,.st-nt .sym,.st-other .sym{font-weight:700;}
-.badge.st-pass{color:#116329;background:#dafbe1;border-color:#4ac26b;}
-.badge.st-fail{color:#a40e26;background:#ffebe9;border-color:#ff8182;}
-.badge.st-error{color:#7d4e00;background:#fff8c5;border-color:#d4a72c;}
-.badge.st-nt{color:#6639ba;background:#fbefff;border-color:#c297ff;}
-.badge.st-other{color:#424a53;background:#eaeef2;border-color:#afb8c1;}
-.bar{display:flex;height:22px;border-radius:4px;overflow:hidden;margin:12px 0;border:1px solid #d0d7de;}
-.bar span{display:block;color:#fff;font-size:.8em;font-weight:700;text-align:center;line-height:22px;}
-.bar .st-pass{background:#1a7f37;}.bar .st-fail{background:#cf222e;}.bar .st-error{background:#9a6700;}
-.bar .st-nt{background:#8250df;}.bar .st-other{background:#6e7781;}
-.case{background:#fff;border:1px solid #d0d7de;border-left:6px solid #6e7781;border-radius:6px;padding:14px 16px;margin:18px 0;}
-.case.st-pass{border-left-color:#1a7f37;}.case.st-fail{border-left-color:#cf222e;}
-.case.st-error{border-left-color:#9a6700;}.case.st-nt{border-left-color:#8250df;}
-.case .card{border:none;}
-.case{overflow-x:auto;}
-.overview tr.st-fail td,.overview tr.st-error td,.overview tr.st-nt td{background:#fffafa;}
-tr.row-bad td{background:#fff5f5;}
-.vr-ok{color:#116329;font-weight:600;}.vr-bad{color:#a40e26;font-weight:600;}.vr-info{color:#424a53;}
-.images{display:flex;flex-wrap:wrap;gap:16px;margin:10px 0;}
-.figure{border:1px solid #d0d7de;border-radius:6px;padding:8px;background:#fafbfc;}
-.figure img{max-width:520px;max-height:360px;display:block;}
-.caption{font-size:.85em;color:#57606a;margin-top:4px;}
-.meter{display:inline-block;width:90px;height:10px;border:1px solid #8c959f;border-radius:5px;overflow:hidden;vertical-align:middle;background:#eaeef2;}
-.meter .fill{display:block;height:100%;background:#1a7f37;}
-.empty{color:#57606a;font-style:italic;}
-.foot{margin-top:30px;color:#6e7781;font-size:.85em;}
-a{color:#0550ae;}
-@media (prefers-color-scheme:dark){
-body{background:#0d1117;color:#e6edf3;}
-.card,.grid,.case{background:#161b22;border-color:#30363d;}
-.grid thead th{background:#21262d;}
-.grid th,.grid td{border-bottom-color:#30363d;}
-.card th,h1 .kind,.caption,.empty,.stmt,.foot,.dir,.sub{color:#9da7b3;}
-tr.row-bad td,.overview tr.st-fail td,.overview tr.st-error td,.overview tr.st-nt td{background:#2a1618;}
-.figure{background:#0d1117;border-color:#30363d;}
-a{color:#79c0ff;}
-.vr-ok{color:#56d364;}.vr-bad{color:#ff7b72;}.vr-info{color:#9da7b3;}
+.guid{min-width:10em;}
+.muted,.where,.path{color:var(--muted);}
+.where{margin-left:8px;white-space:nowrap;}
+.badge{display:inline-block;padding:0 8px;border-radius:10px;font-weight:600;font-size:.9em;white-space:nowrap;border:1px solid;}
+.badge .sym{font-weight:700;}
+.st-pass{--c:var(--pass);--b:var(--pass-bg);--bar:var(--pass-bar);}
+.st-fail{--c:var(--fail);--b:var(--fail-bg);--bar:var(--fail-bar);}
+.st-error{--c:var(--error);--b:var(--error-bg);--bar:var(--error-bar);}
+.st-nt{--c:var(--nt);--b:var(--nt-bg);--bar:var(--nt-bar);}
+.st-other{--c:var(--other);--b:var(--other-bg);--bar:var(--other-bar);}
+.badge,.card .badge{color:var(--c);background:var(--b);border-color:var(--c);}
+td.s{color:var(--c);font-weight:600;white-space:nowrap;}
+svg.bar{display:block;width:100%;height:18px;margin:12px 0 0;border-radius:4px;background:var(--soft);}
+svg.bar rect{fill:var(--bar);stroke:var(--card);stroke-width:2px;vector-effect:non-scaling-stroke;}
+.problems th a{font-weight:700;}
+.ok-note{color:var(--pass);font-style:normal;font-weight:600;}
+.case{background:var(--card);border:1px solid var(--line);border-left:6px solid var(--c);border-radius:6px;margin:10px 0;content-visibility:auto;contain-intrinsic-size:auto 48px;}
+.case>summary{cursor:pointer;padding:9px 12px;list-style-position:inside;}
+.case>summary .name{font-weight:700;font-size:1.05em;margin-right:6px;}
+.case>summary .vr{margin-right:8px;}
+.facts{color:var(--muted);font-size:.88em;}
+.facts span+span::before{content:" · ";}
+.case[open]>summary{border-bottom:1px solid var(--soft);}
+.body{padding:8px 12px 12px;}
+.facts-table{margin:4px 0 10px;}
+.scroll{overflow-x:auto;}
+tr.bad>*{background:var(--bad-row);}
+.vr-ok{color:var(--pass);}.vr-bad{color:var(--fail);font-weight:600;}.vr-info{color:var(--muted);}
+.images{display:flex;flex-wrap:wrap;gap:14px;margin:10px 0;}
+.figure{flex:1 1 300px;max-width:560px;border:1px solid var(--line);border-radius:6px;padding:8px;background:var(--bg);}
+.figure img{max-width:100%;max-height:380px;display:block;background:#fff;}
+.caption{font-weight:600;margin-bottom:4px;}
+.meter{display:inline-block;width:110px;height:10px;border:1px solid var(--muted);border-radius:5px;overflow:hidden;vertical-align:middle;background:var(--soft);}
+.meter .fill{display:block;height:100%;background:var(--pass-bar);}
+.pct{font-weight:700;}
+.empty{color:var(--muted);font-style:italic;}
+.foot{margin-top:30px;color:var(--muted);font-size:.85em;}
+.controls{position:sticky;top:0;z-index:1;background:var(--bg);border-bottom:1px solid var(--line);padding:8px 0;margin-top:14px;display:flex;flex-wrap:wrap;gap:8px 16px;align-items:center;}
+.controls[hidden]{display:none;}
+.filters{border:none;margin:0;padding:0;display:flex;flex-wrap:wrap;gap:4px 10px;align-items:center;}
+.filters legend{float:left;margin-right:6px;font-weight:600;}
+.filter{white-space:nowrap;cursor:pointer;}
+.filter .n{font-variant-numeric:tabular-nums;}
+.search input{font:inherit;padding:3px 8px;width:16em;border:1px solid var(--line);border-radius:4px;background:var(--card);color:var(--fg);}
+button{font:inherit;padding:3px 10px;border:1px solid var(--line);border-radius:4px;background:var(--card);color:var(--fg);cursor:pointer;}
+.keys{margin:0;color:var(--muted);font-size:.85em;flex-basis:100%;}
+.case.current{outline:3px solid var(--focus);}
+[hidden]{display:none !important;}
+@media print{
+.controls,.skip{display:none !important;}
+body{background:#fff;color:#000;font-size:11pt;}
+.case{content-visibility:visible;break-inside:auto;}
+.case>summary{list-style:none;}
+.scroll{overflow:visible;}
 }
-@media print{body{background:#fff;}.case{break-inside:avoid;}}
+@media print{details::details-content{content-visibility:visible;display:block;}}
+</xsl:text>
+  </xsl:template>
+
+  <!-- ===== Script ===== -->
+
+  <!-- Filters by status, a text search, state in the URL hash, keys and the
+       theme toggle. The page is complete without it. -->
+  <xsl:template name="script">
+    <xsl:text>
+(function () {
+  'use strict';
+  var doc = document, root = doc.documentElement;
+  var controls = doc.getElementById('controls');
+  if (!controls) return;
+  var cases = Array.prototype.slice.call(doc.querySelectorAll('details.case'));
+  var boxes = Array.prototype.slice.call(controls.querySelectorAll('.filters input'));
+  var q = doc.getElementById('q');
+  var nomatch = doc.getElementById('nomatch');
+  var themeButton = doc.getElementById('theme');
+  var texts = null, current = -1;
+
+  function store(key, value) { try { localStorage.setItem(key, value); } catch (e) {} }
+  function load(key) { try { return localStorage.getItem(key); } catch (e) { return null; } }
+
+  function isDark() {
+    var t = root.getAttribute('data-theme');
+    if (t) return t === 'dark';
+    return window.matchMedia &amp;&amp; window.matchMedia('(prefers-color-scheme: dark)').matches;
+  }
+  function showTheme() { themeButton.setAttribute('aria-pressed', isDark() ? 'true' : 'false'); }
+  var saved = load('qendor-theme');
+  if (saved === 'dark' || saved === 'light') root.setAttribute('data-theme', saved);
+  themeButton.addEventListener('click', function () {
+    var next = isDark() ? 'light' : 'dark';
+    root.setAttribute('data-theme', next);
+    store('qendor-theme', next);
+    showTheme();
+  });
+  showTheme();
+
+  function caseText(i) {
+    if (!texts) texts = [];
+    if (texts[i] === undefined) texts[i] = cases[i].textContent.toLowerCase();
+    return texts[i];
+  }
+
+  function state() {
+    var hidden = boxes.filter(function (b) { return !b.checked; }).map(function (b) { return b.value; });
+    var parts = [];
+    if (hidden.length) parts.push('hide=' + hidden.join(','));
+    if (q.value) parts.push('q=' + encodeURIComponent(q.value));
+    return parts.join('&amp;');
+  }
+
+  function apply(writeHash) {
+    var shown = {};
+    boxes.forEach(function (b) { shown[b.value] = b.checked; });
+    var needle = q.value.trim().toLowerCase();
+    var visible = 0;
+    cases.forEach(function (c, i) {
+      var on = shown[c.getAttribute('data-status')] !== false;
+      if (on &amp;&amp; needle) {
+        on = caseText(i).indexOf(needle) !== -1;
+        var head = c.querySelector('summary').textContent.toLowerCase().indexOf(needle) !== -1;
+        var rows = c.querySelectorAll('tbody tr[id]');
+        for (var r = 0; r !== rows.length; r++) {
+          rows[r].hidden = on &amp;&amp; !head &amp;&amp; rows[r].textContent.toLowerCase().indexOf(needle) === -1;
+        }
+        if (on &amp;&amp; !head) c.open = true;
+      } else if (c.querySelector('tbody tr[hidden]')) {
+        Array.prototype.forEach.call(c.querySelectorAll('tbody tr[hidden]'), function (r) { r.hidden = false; });
+      }
+      c.hidden = !on;
+      if (on) visible++;
+    });
+    if (nomatch) nomatch.hidden = visible !== 0;
+    if (writeHash) {
+      var s = state();
+      history.replaceState(null, '', s ? '#' + s : location.pathname + location.search);
+    }
+  }
+
+  function readHash() {
+    var h = decodeURIComponent(location.hash.replace(/^#/, ''));
+    if (/^(hide|q)=/.test(h)) {
+      var hide = [], text = '';
+      location.hash.replace(/^#/, '').split('&amp;').forEach(function (p) {
+        var kv = p.split('=');
+        if (kv[0] === 'hide') hide = decodeURIComponent(kv[1] || '').split(',');
+        if (kv[0] === 'q') text = decodeURIComponent(kv[1] || '');
+      });
+      boxes.forEach(function (b) { b.checked = hide.indexOf(b.value) === -1; });
+      q.value = text;
+      apply(false);
+      return;
+    }
+    var target = h &amp;&amp; doc.getElementById(h);
+    if (!target) return;
+    for (var n = target; n; n = n.parentElement) {
+      if (n.tagName === 'DETAILS') { n.open = true; n.hidden = false; }
+      if (n.tagName === 'TR') n.hidden = false;
+    }
+    target.scrollIntoView();
+  }
+
+  boxes.forEach(function (b) { b.addEventListener('change', function () { apply(true); }); });
+  var timer = 0;
+  q.addEventListener('input', function () {
+    clearTimeout(timer);
+    timer = setTimeout(function () { apply(true); }, 150);
+  });
+  doc.getElementById('expand').addEventListener('click', function () {
+    cases.forEach(function (c) { if (!c.hidden) c.open = true; });
+  });
+  doc.getElementById('collapse').addEventListener('click', function () {
+    cases.forEach(function (c) { c.open = false; });
+  });
+
+  function step(by) {
+    var problems = cases.filter(function (c) { return !c.hidden &amp;&amp; c.classList.contains('problem'); });
+    if (!problems.length) return;
+    current = (current + by + problems.length) % problems.length;
+    cases.forEach(function (c) { c.classList.remove('current'); });
+    var c = problems[current];
+    c.classList.add('current');
+    c.open = true;
+    c.scrollIntoView({block: 'start'});
+    c.querySelector('summary').focus();
+  }
+  doc.addEventListener('keydown', function (e) {
+    if (e.ctrlKey || e.metaKey || e.altKey) return;
+    var t = e.target.tagName;
+    if (t === 'INPUT' || t === 'TEXTAREA' || t === 'SELECT') {
+      if (e.key === 'Escape') e.target.blur();
+      return;
+    }
+    if (e.key === '/') { e.preventDefault(); q.focus(); q.select(); }
+    else if (e.key === 'j') step(1);
+    else if (e.key === 'k') step(-1);
+  });
+  window.addEventListener('hashchange', readHash);
+  window.addEventListener('beforeprint', function () { cases.forEach(function (c) { c.open = true; }); });
+
+  controls.hidden = false;
+  readHash();
+})();
 </xsl:text>
   </xsl:template>
 
