@@ -1,0 +1,122 @@
+#!/bin/sh
+# Checks schema/TestResult.xsd against every result document that qendor
+# writes for the bundled example (both record forms) and for each end-to-end
+# scenario in tests/scenarios/: a context run per context named in the info
+# file, a context without members and a run without its result file. Every
+# XML file written is validated with xmllint; so are the expected documents
+# kept beside the scenarios. Then it checks that the schema refuses documents
+# that qendor never writes.
+#
+# Usage: sh tests/schema_test.sh SOURCE_DIR QENDOR_BINARY
+
+set -u
+if [ $# -ne 2 ]; then
+  echo "usage: sh tests/schema_test.sh SOURCE_DIR QENDOR_BINARY"
+  exit 2
+fi
+src=$(cd "$1" && pwd) || exit 2
+qendor=$(cd "$(dirname "$2")" && pwd)/$(basename "$2") || exit 2
+schema=$src/schema/TestResult.xsd
+command -v xmllint >/dev/null 2>&1 || { echo "xmllint is missing (Debian package libxml2-utils)"; exit 2; }
+[ -x "$qendor" ] || { echo "$qendor is not an executable"; exit 2; }
+
+work=$(mktemp -d) || exit 2
+trap 'rm -rf "$work"' EXIT
+failures=0
+fail() {
+  echo "FAIL: $*"
+  failures=$((failures + 1))
+}
+
+# run_case DIR OUT ARGS...: runs qendor in DIR with output directory OUT and
+# checks that it ended with a verdict (0, 10 to 13) or status 24 of a missing
+# result file, not with a usage, input or output error.
+run_case() {
+  dir=$1 out=$2
+  shift 2
+  (cd "$dir" && TZ=UTC LC_ALL=C "$qendor" "$@" -outdirectory "$out" >/dev/null 2>&1)
+  status=$?
+  case $status in
+    0 | 10 | 11 | 12 | 13 | 24) ;;
+    *) fail "qendor $* in $dir ended with status $status" ;;
+  esac
+}
+
+# The bundled example, full and short record form.
+cp -R "$src/examples" "$work/examples"
+for form in full short; do
+  if [ $form = full ]; then
+    dir=$work/examples info=shop.info context=Shop.Checkout
+  else
+    dir=$work/examples/short info=short.info context=Shop.Cart
+  fi
+  mkdir "$dir/out"
+  cp "$dir"/verification/*.ver "$dir/out/"
+  [ -d "$dir/images" ] && cp -R "$dir/images/spec_jpegs" "$dir/images/result_jpegs" "$dir/out/"
+  run_case "$dir" out -infofile "$info" -resultfile results.log -tcontext "$context"
+  for language in CHS KOR; do
+    run_case "$dir" "out-$language" -infofile "$info" -resultfile results.log \
+      -tcontext "$context" -language "$language"
+  done
+done
+
+# Every scenario: each of its contexts, an empty context, no result file.
+for scenario in "$src"/tests/scenarios/*/; do
+  name=$(basename "$scenario")
+  dir=$work/scenarios/$name
+  mkdir -p "$work/scenarios"
+  cp -R "$scenario" "$dir"
+  rm -rf "$dir/expected"
+  info=$(cd "$dir" && ls *.info | head -n 1)
+  result=$(cd "$dir" && ls *.log | head -n 1)
+  contexts=$(sed -n 's/^TESTCASE \([^ ]*\).*/\1/p' "$dir/$info" | sed 's/\.[^.]*$//' | sort -u)
+  for context in $contexts; do
+    mkdir -p "$dir/out-$context"
+    cp "$dir"/out/*.ver "$dir/out-$context/" 2>/dev/null
+    run_case "$dir" "out-$context" -infofile "$info" -resultfile "$result" -tcontext "$context"
+  done
+  run_case "$dir" out-empty -infofile "$info" -resultfile "$result" -tcontext No.Such.Context
+  mkdir -p "$dir/out-noresult"
+  cp "$dir"/out/*.ver "$dir/out-noresult/" 2>/dev/null
+  run_case "$dir" out-noresult -infofile "$info" -resultfile no-such.log -tcontext "$(echo "$contexts" | head -n 1)"
+done
+
+documents=$(find "$work" -name '*.xml' -path '*/out*/*' | sort)
+count=$(echo "$documents" | grep -c .)
+# 10 + 3 documents per example run, and at least one per scenario run.
+if [ "$count" -lt 39 ]; then
+  fail "only $count result documents were written"
+fi
+for document in $documents "$src"/tests/scenarios/*/expected/*.xml; do
+  if ! xmllint --noout --schema "$schema" "$document" 2>"$work/err"; then
+    fail "$document does not validate:"
+    cat "$work/err"
+  fi
+done
+echo "$count result documents validated"
+
+# The schema must refuse what qendor never writes.
+sample=$work/examples/out/Checkout.xml
+[ -f "$sample" ] || { echo "FAIL: $sample was not written"; exit 1; }
+refuse() {
+  what=$1 expression=$2
+  sed "$expression" "$sample" >"$work/bad.xml"
+  if cmp -s "$sample" "$work/bad.xml"; then
+    fail "$what: the edit changed nothing"
+  elif xmllint --noout --schema "$schema" "$work/bad.xml" 2>/dev/null; then
+    fail "$what: the schema accepted it"
+  fi
+}
+refuse "status NOT_TERMINATED" 's/status="ERROR"/status="NOT_TERMINATED"/'
+refuse "unknown kind" 's/kind="rk_testcontext"/kind="rk_other"/'
+refuse "unknown test type" 's/testType="tt_Code"/testType="tt_Chart"/'
+refuse "unknown arbiter kind" 's/arbiterAssert="internal"/arbiterAssert="inside"/'
+refuse "missing verification result" '0,/ verificationResult="[^"]*"/s/ verificationResult="[^"]*"//'
+refuse "unknown element" 's/<ConfigurationInfo /<ConfigInfo /'
+refuse "assertion status" '0,/<AssertionInfo name="[^"]*" status="PASSED"/s/\(<AssertionInfo name="[^"]*" status="\)PASSED"/\1OK"/'
+
+if [ "$failures" -ne 0 ]; then
+  echo "$failures failure(s)"
+  exit 1
+fi
+echo "schema test passed"
