@@ -1,5 +1,6 @@
 #include "report/xml_node.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -69,6 +70,31 @@ size_t decodeUtf8(const unsigned char* bytes, size_t size, uint32_t& code) {
   return length;
 }
 
+// Bytes that `code` takes in a saved attribute value: libxml2 writes markup
+// characters, tab, line feed and carriage return as references, and every
+// character past ASCII as a hexadecimal character reference, since the
+// documents name no encoding.
+size_t savedSize(uint32_t code) {
+  switch (code) {
+    case '<':
+    case '>':
+    case '\t':
+      return 4;
+    case '&':
+    case '\n':
+    case '\r':
+      return 5;
+    case '"':
+      return 6;
+    default:
+      break;
+  }
+  if (code < 0x80) return 1;
+  size_t digits = 0;
+  for (uint32_t rest = code; rest != 0; rest >>= 4) ++digits;
+  return 4 + digits;  // "&#x" digits ";"
+}
+
 // Whether XML 1.0 lets `code` stand in a document.
 bool allowedInXml(uint32_t code) {
   if (code < 0x20) return code == 0x09 || code == 0x0A || code == 0x0D;
@@ -85,17 +111,23 @@ bool allowedInXml(uint32_t code) {
 //   Latin-1 character of its value (a Latin-1 log still reads right);
 // - characters XML forbids (C0 controls other than tab, line feed and
 //   carriage return, among them NUL; U+FFFE, U+FFFF) become U+FFFD.
+// A value that would take more than kMaxSavedAttributeBytes in the saved
+// file (a log line of many megabytes) is cut after the last whole character
+// that fits: libxml2 reads no start tag longer than ten million bytes
+// without its "huge" option, and neither xmllint nor xsltproc set it.
 // The copy is NUL-terminated; null when memory runs out.
 char* copyAttributeValue(std::string_view value) {
-  // Each input byte grows to at most three bytes (U+FFFD); a four-byte
-  // sequence is copied as it is.
-  if (value.size() > (SIZE_MAX - 1) / 3) return nullptr;
-  char* copy = static_cast<char*>(std::malloc(value.size() * 3 + 1));
+  // Each character takes at least as many bytes of the file as of the
+  // value, so no more than the limit of input bytes is read; each of them
+  // grows to at most three (U+FFFD).
+  const size_t room = std::min(value.size(), kMaxSavedAttributeBytes) * 3;
+  char* copy = static_cast<char*>(std::malloc(room + 1));
   if (!copy) return nullptr;
   const auto* bytes = reinterpret_cast<const unsigned char*>(value.data());
   const size_t size = value.size();
   char* out = copy;
   size_t i = 0;
+  size_t saved = 0;
   while (i < size) {
     uint32_t code = 0;
     size_t length = decodeUtf8(bytes + i, size - i, code);
@@ -103,10 +135,12 @@ char* copyAttributeValue(std::string_view value) {
       code = bytes[i];  // Latin-1: the byte's value is its code point
       length = 1;
     }
-    if (!allowedInXml(code)) {
-      out = appendUtf8(out, 0xFFFD);
-    } else if (length > 1) {
-      std::memcpy(out, bytes + i, length);
+    const bool allowed = allowedInXml(code);
+    if (!allowed) code = 0xFFFD;
+    saved += savedSize(code);
+    if (saved > kMaxSavedAttributeBytes) break;
+    if (allowed && length > 1) {
+      std::memcpy(out, bytes + i, length);  // well-formed UTF-8 as it stands
       out += length;
     } else {
       out = appendUtf8(out, code);
@@ -118,6 +152,8 @@ char* copyAttributeValue(std::string_view value) {
 }
 
 }  // namespace
+
+const size_t kMaxSavedAttributeBytes = 500000;
 
 xmlNode* newElement(const char* name) {
   return xmlNewNode(nullptr, reinterpret_cast<const xmlChar*>(name));

@@ -3,6 +3,7 @@
 
 #include <libxml/tree.h>
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 
@@ -13,6 +14,12 @@ struct XmlNodeFree {
 };
 // An element tree that is not attached to a document.
 using XmlNodePtr = std::unique_ptr<xmlNode, XmlNodeFree>;
+
+// The most bytes an attribute value may take in a saved file, references
+// included. libxml2 reads back no start tag longer than ten million bytes
+// with its default limits; this leaves room for a dozen long values in one
+// element.
+extern const size_t kMaxSavedAttributeBytes;
 
 // A new element without namespace.
 xmlNode* newElement(const char* name);
@@ -26,7 +33,8 @@ xmlNode* addElement(xmlNode* parent, const char* name);
 // XML file may hold: well-formed UTF-8 stays as it is, any other byte is read
 // as the Latin-1 character of its value, and characters XML forbids (C0
 // controls but tab, line feed and carriage return; U+FFFE, U+FFFF) become
-// U+FFFD.
+// U+FFFD. A value that would take more than kMaxSavedAttributeBytes in the
+// saved file is cut after the last whole character that fits.
 void setAttribute(xmlNode* node, const char* name, std::string_view value);
 
 }  // namespace qendor

@@ -6,6 +6,7 @@
 #include <libxml/parser.h>
 #include <libxml/xmlsave.h>
 
+#include <cstring>
 #include <string>
 
 namespace qendor {
@@ -215,6 +216,51 @@ TEST(XmlNodeTest, TheSavedValueReadsBackAsTheCopy) {
   EXPECT_EQ(std::string(reinterpret_cast<const char*>(read)),
             "Pr\xC3\xBC"
             "fung\xEF\xBF\xBD\xC3\xA4\t<&>\"");
+  xmlFree(read);
+  xmlFreeDoc(doc);
+}
+
+TEST(XmlNodeTest, LongValuesAreCutAfterTheLastWholeCharacterThatFitsTheFile) {
+  ASSERT_EQ(kMaxSavedAttributeBytes, 500000u);
+  const std::string fits(kMaxSavedAttributeBytes, 'x');
+  EXPECT_EQ(attributeBytes(fits), fits);
+  EXPECT_EQ(attributeBytes(fits + "y"), fits);
+  // Counted as saved: "&quot;" takes six bytes, "&lt;" four, "&#x1F600;"
+  // nine, "&#xFFFD;" eight, "&#xFC;" six.
+  EXPECT_EQ(attributeBytes(std::string(100000, '"')), std::string(83333, '"'));
+  EXPECT_EQ(attributeBytes(std::string(200000, '<')), std::string(125000, '<'));
+  const std::string front(kMaxSavedAttributeBytes - 8, 'x');
+  EXPECT_EQ(attributeBytes(front + "\xF0\x9F\x98\x80"
+                                   "z"),
+            front);
+  EXPECT_EQ(attributeBytes(front + "\x01z"), front + "\xEF\xBF\xBD");
+  EXPECT_EQ(attributeBytes(front + "a\x01"), front + "a");
+  EXPECT_EQ(attributeBytes(front + "ab\xFC"), front + "ab\xC3\xBC");
+  EXPECT_EQ(attributeBytes(front + "abc\xFC"), front + "abc");
+  EXPECT_EQ(attributeBytes(front + "\t\t\t"), front + "\t\t");
+}
+
+TEST(XmlNodeTest, AnElementOfLongestValuesReadsBackWithoutTheHugeOption) {
+  // Values that grow most when saved, a dozen of them on one element.
+  std::string value;
+  while (value.size() < 3 * kMaxSavedAttributeBytes) value += "\"\xEF\xBF\xBF\xFC<\x01";
+  xmlDoc* doc = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
+  xmlNode* root = newElement("E");
+  xmlDocSetRootElement(doc, root);
+  for (char name = 'a'; name < 'm'; ++name) setAttribute(root, std::string(1, name).c_str(), value);
+  xmlChar* text = nullptr;
+  int size = 0;
+  xmlDocDumpFormatMemory(doc, &text, &size, 1);
+  xmlFreeDoc(doc);
+  EXPECT_GT(size, 12 * static_cast<int>(kMaxSavedAttributeBytes) - 100);
+  EXPECT_LE(size, 12 * static_cast<int>(kMaxSavedAttributeBytes) + 100);
+  doc = xmlReadMemory(reinterpret_cast<const char*>(text), size, "saved.xml", nullptr,
+                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+  xmlFree(text);
+  ASSERT_NE(doc, nullptr);
+  xmlChar* read = xmlGetProp(xmlDocGetRootElement(doc), reinterpret_cast<const xmlChar*>("l"));
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(read)).substr(0, 11),
+            "\"\xEF\xBF\xBD\xC3\xBC<\xEF\xBF\xBD\"");
   xmlFree(read);
   xmlFreeDoc(doc);
 }
