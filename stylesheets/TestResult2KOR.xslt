@@ -13,7 +13,7 @@
   <xsl:import href="TestResultCore.xslt"/>
 
   <xsl:variable name="lang" select="'ko'"/>
-  <xsl:variable name="fonts" select="'&quot;Apple SD Gothic Neo&quot;, &quot;Malgun Gothic&quot;, &quot;Noto Sans CJK KR&quot;, &quot;Source Han Sans K&quot;, system-ui, sans-serif'"/>
+  <xsl:variable name="fonts" select="'&quot;Apple SD Gothic Neo&quot;, &quot;Malgun Gothic&quot;, &quot;Noto Sans CJK KR&quot;, &quot;NanumGothic&quot;, &quot;Source Han Sans K&quot;, system-ui, sans-serif'"/>
   <xsl:variable name="intFormat" select="'#,##0'"/>
   <xsl:variable name="pctFormat" select="'0.#'"/>
   <xsl:variable name="pctSign" select="'%'"/>

@@ -1072,7 +1072,7 @@ body{background:#fff;color:#000;font-size:11pt;}
   doc.addEventListener('keydown', function (e) {
     if (e.ctrlKey || e.metaKey || e.altKey) return;
     var t = e.target.tagName;
-    if (t === 'INPUT' || t === 'TEXTAREA' || t === 'SELECT') {
+    if ((t === 'INPUT' &amp;&amp; e.target.type !== 'checkbox') || t === 'TEXTAREA' || t === 'SELECT') {
       if (e.key === 'Escape') e.target.blur();
       return;
     }

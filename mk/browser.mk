@@ -1,0 +1,15 @@
+# Browser tests of the HTML reports: Debian's chromium and node, and
+# playwright-core from the npm registry (tests/browser/package-lock.json).
+# fonts-nanum gives the Korean screenshots their glyphs. npm comes with some
+# node builds; the Debian package is added only when the
+# command is missing.
+PACKAGES += chromium fonts-nanum nodejs $(if $(shell command -v npm 2>/dev/null),,npm)
+
+.PHONY: browser-deps
+browser-deps: build tests/browser/node_modules/.package-lock.json
+
+tests/browser/node_modules/.package-lock.json: tests/browser/package-lock.json tests/browser/package.json
+	@npm ci --prefix tests/browser --no-audit --no-fund
+	@touch $@
+
+test: browser-deps
