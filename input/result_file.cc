@@ -1,5 +1,6 @@
 #include "input/result_file.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -80,12 +81,46 @@ class FileNumberCache {
 
 }  // namespace
 
+// The message is a piece of the statement, so a statement without the phrase
+// cannot hold it in its message: most records are settled without parsing.
 bool isTestCaseStart(std::string_view statement) {
-  return messageContains(statement, "Starting test case");
+  constexpr std::string_view phrase = "Starting test case";
+  return contains(statement, phrase) && messageContains(statement, phrase);
 }
 
 bool isTestCaseEnd(std::string_view statement) {
-  return messageContains(statement, "Finished test case");
+  constexpr std::string_view phrase = "Finished test case";
+  return contains(statement, phrase) && messageContains(statement, phrase);
+}
+
+WantedTestCases WantedTestCases::ofRun() {
+  const RunSettings& r = run();
+  WantedTestCases wanted;
+  if (r.testCaseName.empty() && r.testContextName.empty()) return wanted;
+  wanted.all_ = false;
+  bool contextWanted = r.testCaseName.empty();
+  if (!contextWanted) {
+    // The driver reports the first entry of that name only.
+    for (const auto& [number, name] : r.testCaseNames) {
+      if (name != r.testCaseName) continue;
+      if (number < 1) {
+        contextWanted = true;  // a number below 1 selects the context document
+      } else {
+        wanted.numbers_.push_back(number);
+      }
+      break;
+    }
+  }
+  if (contextWanted) {
+    for (const auto& [number, name] : r.testCaseNames) {
+      if (contextOf(name) == r.testContextName) wanted.numbers_.push_back(number);
+    }
+  }
+  return wanted;
+}
+
+bool WantedTestCases::wants(int32_t testCase) const {
+  return all_ || std::binary_search(numbers_.begin(), numbers_.end(), testCase);
 }
 
 void trimAssertionLists() {
@@ -98,6 +133,9 @@ int readFullAssertions() {
   LineReader reader(normalisePathCopy(run().resultFile));
   if (!reader.isOpen()) return 0;
   FileNumberCache fileNumbers;
+  const WantedTestCases wanted = WantedTestCases::ofRun();
+  // Null while no test case is open, or while one is open whose records no
+  // report reads.
   AssertionList* currentTestCase = nullptr;
   std::string_view line;
   while (reader.next(line)) {
@@ -112,9 +150,12 @@ int readFullAssertions() {
     std::string_view assertionText = rest;
 
     if (isTestCaseStart(assertionText)) {
-      auto list = std::make_unique<AssertionList>();
-      currentTestCase = list.get();
-      run().testCaseAssertions[testCaseNumber] = std::move(list);
+      currentTestCase = nullptr;
+      if (wanted.wants(testCaseNumber)) {
+        auto list = std::make_unique<AssertionList>();
+        currentTestCase = list.get();
+        run().testCaseAssertions[testCaseNumber] = std::move(list);
+      }
     }
     if (currentTestCase) {
       AssertionRecord& record = currentTestCase->emplace_back();

@@ -1,7 +1,9 @@
 // The result file: record form detection and the full record form.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace qendor {
 
@@ -18,6 +20,25 @@ int readFullAssertions();
 // "Starting test case", respectively "Finished test case".
 bool isTestCaseStart(std::string_view statement);
 bool isTestCaseEnd(std::string_view statement);
+
+// The test case numbers whose records a report of this run reads: the first
+// test case named by "-tcase" (or, when its number is below 1 and so selects
+// the context document, the members of "-tcontext"), else every member of
+// "-tcontext". With neither name set, every test case is kept. The readers
+// open and close the other test cases just the same but keep no records for
+// them, so that a huge log reported for one small test case costs little
+// memory.
+class WantedTestCases {
+ public:
+  // Taken from `run()`'s names and `testCaseNames` as they are now.
+  static WantedTestCases ofRun();
+
+  bool wants(int32_t testCase) const;
+
+ private:
+  bool all_ = true;
+  std::vector<int32_t> numbers_;  // ascending
+};
 
 // Gives back the spare capacity of every list in `run().testCaseAssertions`,
 // so that the records cost little more than their texts.

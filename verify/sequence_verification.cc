@@ -99,6 +99,33 @@ struct PendingAttempt {
   size_t trailSize;  // entries of the trail that belong to the handler and above
 };
 
+// The marks of the positions on the trail. The marks live in one buffer per
+// thread that only grows and is cleared through the trail when a step ends (by
+// a result or by a range error), so a step costs what it visits, not the
+// diagram's size: a long test case on a long diagram stays linear.
+class ActivePositions {
+ public:
+  explicit ActivePositions(size_t lines) : marks_(buffer()) {
+    if (marks_.size() < lines) marks_.resize(lines, 0);
+  }
+  ~ActivePositions() {
+    for (size_t position : trail) marks_[position] = 0;
+  }
+  ActivePositions(const ActivePositions&) = delete;
+  ActivePositions& operator=(const ActivePositions&) = delete;
+
+  char& operator[](size_t position) { return marks_[position]; }
+
+  std::vector<size_t> trail;
+
+ private:
+  static std::vector<char>& buffer() {
+    thread_local std::vector<char> marks;
+    return marks;
+  }
+  std::vector<char>& marks_;
+};
+
 }  // namespace
 
 bool verifySdMessage(const std::string& message, size_t& position, int32_t testCase) {
@@ -108,8 +135,8 @@ bool verifySdMessage(const std::string& message, size_t& position, int32_t testC
 
   // Positions whose step is still being evaluated. Coming back to one of them
   // means the rules would go round for ever; the message is then rejected.
-  std::vector<char> active(lines.size(), 0);
-  std::vector<size_t> trail;  // the active positions in the order entered
+  ActivePositions active(lines.size());
+  std::vector<size_t>& trail = active.trail;  // the active positions in the order entered
   std::vector<PendingAttempt> attempts;
 
   for (;;) {
