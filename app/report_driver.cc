@@ -25,11 +25,20 @@ bool canCreate(const std::string& path) {
 }  // namespace
 
 int writeReport(const std::string& fullName, int32_t number) {
+  HtmlRenders renders(1);
+  return writeReport(fullName, number, renders);
+}
+
+int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders) {
   const RunSettings& r = run();
-  const std::string stem = std::string(r.outDirectory ? r.outDirectory : "") + "\\" +
-                           baseReportName(fullName);
+  const std::string stem =
+      std::string(r.outDirectory ? r.outDirectory : "") + "\\" + baseReportName(fullName);
   const std::string xmlPath = normalisePath(stem + ".xml");
   const std::string htmlPath = normalisePath(stem + ".html");
+  // An earlier xsltproc may still read or write these files (a test case
+  // named like its context): it must be done before they are touched.
+  renders.waitForPath(normalisePathCopy(xmlPath.c_str()));
+  renders.waitForPath(normalisePathCopy(htmlPath.c_str()));
 
   if (!canCreate(xmlPath)) {
     // Only the last path component is created. The mode is the decimal number
@@ -44,7 +53,8 @@ int writeReport(const std::string& fullName, int32_t number) {
   saveXmlDocument(root.get(), xmlPath);
   root.reset();
 
-  if (!renderHtml(xmlPath, htmlPath)) {
+  if (!renders.start(xmlPath, htmlPath)) {
+    renders.waitForPath(normalisePathCopy(htmlPath.c_str()));
     std::printf("HTML report <%s> could not be created correctly.", htmlPath.c_str());
     std::remove(xmlPath.c_str());
     std::remove(htmlPath.c_str());
@@ -54,7 +64,15 @@ int writeReport(const std::string& fullName, int32_t number) {
 }
 
 int runReports() {
+  return runReports(renderSlots());
+}
+
+int runReports(size_t renderSlots) {
   RunSettings& r = run();
+  // Each xsltproc goes on while the next document is built. All are finished
+  // before the tables go and before this returns, an unexpected error
+  // included (the destructor).
+  HtmlRenders renders(renderSlots);
   int result = 12;
   if (!r.testCaseName.empty()) {
     result = 22;
@@ -62,7 +80,7 @@ int runReports() {
     for (const auto& [number, name] : r.testCaseNames) {
       if (name != r.testCaseName) continue;
       found = true;
-      result = writeReport(name, number);
+      result = writeReport(name, number, renders);
       break;
     }
     if (!found) {
@@ -74,9 +92,10 @@ int runReports() {
     for (const auto& [number, name] : r.testCaseNames) {
       if (contextOf(name) == r.testContextName) members.emplace_back(number, name);
     }
-    for (const auto& [number, name] : members) writeReport(name, number);
-    result = writeReport(r.testContextName, -1);
+    for (const auto& [number, name] : members) writeReport(name, number, renders);
+    result = writeReport(r.testContextName, -1, renders);
   }
+  renders.finishAll();
   releaseRunTables();
   return result;
 }

@@ -1,8 +1,11 @@
 // Decides which reports a run writes, writes them and returns the exit status.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+
+#include "report/html_report.h"
 
 namespace qendor {
 
@@ -11,9 +14,17 @@ namespace qendor {
 // tables. Returns the run's status code.
 int runReports();
 
+// The same with at most `renderSlots` xsltproc runs at once (runReports uses
+// one per core). Files, standard output, warnings and the result are those of
+// a run that renders each report before building the next.
+int runReports(size_t renderSlots);
+
 // Writes the XML and HTML report of one test case, or of the test context when
 // `number` is below 1. `fullName` only names the files. Returns the status
 // code of the document, or 25 when a file could not be written.
 int writeReport(const std::string& fullName, int32_t number);
+
+// The same, leaving xsltproc running in `renders`.
+int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders);
 
 }  // namespace qendor

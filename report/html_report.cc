@@ -29,33 +29,27 @@ void saveFormatted(xmlDoc* doc, const std::string& fileName) {
   std::fclose(file);
 }
 
-// Runs xsltproc with exactly these arguments, without a shell, and waits for
-// it. Returns a short reason when it could not run or did not succeed.
-const char* runXsltproc(const std::string& htmlPath, const std::string& stylesheet,
-                        const std::string& xmlPath) {
-  std::string command = "xsltproc";
-  std::string outputOption = "-o";
-  std::string html = htmlPath;
-  std::string sheet = stylesheet;
-  std::string xml = xmlPath;
-  char* argv[] = {command.data(), outputOption.data(), html.data(),
-                  sheet.data(),   xml.data(),          nullptr};
-
-  // Whatever stdout still buffers must not be written twice.
-  std::fflush(stdout);
-  pid_t child = 0;
-  if (posix_spawnp(&child, "xsltproc", nullptr, nullptr, argv, environ) != 0) {
-    return "xsltproc could not be started";
-  }
-  int status = 0;
-  while (waitpid(child, &status, 0) < 0) {
-    if (errno != EINTR) return "xsltproc could not be waited for";
-  }
+// Why a finished xsltproc did not produce its report; null when it did.
+const char* problemOf(int status) {
   if (WIFSIGNALED(status)) return "xsltproc was ended by a signal";
   if (!WIFEXITED(status)) return "xsltproc did not exit";
   if (WEXITSTATUS(status) == 127) return "xsltproc could not be started";
   if (WEXITSTATUS(status) != 0) return "xsltproc failed";
   return nullptr;
+}
+
+// Copies what a child wrote to `errors` onto standard error and closes it.
+void replayErrors(FILE* errors) {
+  if (!errors) return;
+  std::fflush(stderr);
+  std::rewind(errors);
+  char buffer[4096];
+  size_t n;
+  while ((n = std::fread(buffer, 1, sizeof buffer, errors)) > 0) {
+    std::fwrite(buffer, 1, n, stderr);
+  }
+  std::fflush(stderr);
+  std::fclose(errors);
 }
 
 }  // namespace
@@ -94,17 +88,100 @@ bool saveXmlDocument(xmlNode* root, const std::string& xmlPath) {
 }
 
 bool renderHtml(const std::string& xmlPath, const std::string& htmlPath) {
+  HtmlRenders renders(1);
+  return renders.start(xmlPath, htmlPath);
+}
+
+size_t renderSlots() {
+  long cores = sysconf(_SC_NPROCESSORS_ONLN);
+  return cores > 1 ? static_cast<size_t>(cores) : 1;
+}
+
+HtmlRenders::HtmlRenders(size_t slots) : slots_(slots > 0 ? slots : 1) {}
+
+HtmlRenders::~HtmlRenders() {
+  finishAll();
+}
+
+bool HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath) {
   const RunSettings& r = run();
-  const std::string html = normalisePathCopy(htmlPath.c_str());
-  const std::string xml = normalisePathCopy(xmlPath.c_str());
+  Render render;
+  render.html = normalisePathCopy(htmlPath.c_str());
+  render.xml = normalisePathCopy(xmlPath.c_str());
   const std::string stylesheet = r.programDirectory + stylesheetName(r.reportLanguage);
 
+  waitForPath(render.xml);
+  waitForPath(render.html);
+  while (running_.size() >= slots_) finishOldest();
+
   // A stale report must not survive a failed transformation.
-  unlink(html.c_str());
-  if (const char* problem = runXsltproc(html, stylesheet, xml)) {
-    std::fprintf(stderr, "qendor: HTML report %s not written: %s\n", html.c_str(), problem);
+  unlink(render.html.c_str());
+
+  // Runs xsltproc with exactly these arguments, without a shell. What it
+  // writes on standard error is kept aside and shown when it is finished, so
+  // that it stands where a run one after the other puts it.
+  std::string command = "xsltproc";
+  std::string outputOption = "-o";
+  std::string html = render.html;
+  std::string sheet = stylesheet;
+  std::string xml = render.xml;
+  char* argv[] = {command.data(), outputOption.data(), html.data(),
+                  sheet.data(),   xml.data(),          nullptr};
+
+  render.errors = std::tmpfile();
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_t* useActions = nullptr;
+  if (render.errors && posix_spawn_file_actions_init(&actions) == 0) {
+    if (posix_spawn_file_actions_adddup2(&actions, fileno(render.errors), STDERR_FILENO) == 0) {
+      useActions = &actions;
+    } else {
+      posix_spawn_file_actions_destroy(&actions);
+    }
   }
+  // Whatever stdout still buffers must not be written twice.
+  std::fflush(stdout);
+  if (posix_spawnp(&render.child, "xsltproc", useActions, nullptr, argv, environ) != 0) {
+    render.child = -1;
+  }
+  if (useActions) posix_spawn_file_actions_destroy(useActions);
+  running_.push_back(std::move(render));
   return true;
+}
+
+void HtmlRenders::finishAll() {
+  while (!running_.empty()) finishOldest();
+}
+
+void HtmlRenders::waitForPath(const std::string& path) {
+  // Finishing in order keeps the warnings in the order of the reports.
+  for (size_t i = running_.size(); i > 0; --i) {
+    const Render& render = running_[i - 1];
+    if (render.xml == path || render.html == path) {
+      for (size_t n = i; n > 0; --n) finishOldest();
+      return;
+    }
+  }
+}
+
+void HtmlRenders::finishOldest() {
+  Render render = std::move(running_.front());
+  running_.pop_front();
+  const char* problem = "xsltproc could not be started";
+  if (render.child > 0) {
+    int status = 0;
+    problem = nullptr;
+    while (waitpid(render.child, &status, 0) < 0) {
+      if (errno != EINTR) {
+        problem = "xsltproc could not be waited for";
+        break;
+      }
+    }
+    if (!problem) problem = problemOf(status);
+  }
+  replayErrors(render.errors);
+  if (problem) {
+    std::fprintf(stderr, "qendor: HTML report %s not written: %s\n", render.html.c_str(), problem);
+  }
 }
 
 }  // namespace qendor

@@ -3,6 +3,10 @@
 
 #include <libxml/tree.h>
 
+#include <sys/types.h>
+
+#include <cstdio>
+#include <deque>
 #include <string>
 
 namespace qendor {
@@ -18,5 +22,44 @@ bool saveXmlDocument(xmlNode* root, const std::string& xmlPath);
 // stylesheet from `xmlPath` to `htmlPath`. Always true; a failed
 // transformation leaves the HTML file absent and warns on standard error.
 bool renderHtml(const std::string& xmlPath, const std::string& htmlPath);
+
+// The number of xsltproc runs that may go on at once: one per core.
+size_t renderSlots();
+
+// xsltproc runs that go on in the background while the next documents are
+// built, at most `slots` at once. They are finished (waited for, their
+// warnings written) in the order they were started, so standard error reads
+// as when they run one after the other; the destructor finishes them all.
+class HtmlRenders {
+ public:
+  explicit HtmlRenders(size_t slots);
+  ~HtmlRenders();
+  HtmlRenders(const HtmlRenders&) = delete;
+  HtmlRenders& operator=(const HtmlRenders&) = delete;
+
+  // Waits for a running render that reads or writes `path` (normalised), and
+  // for every one started before it.
+  void waitForPath(const std::string& path);
+
+  // What renderHtml does, without waiting for xsltproc to end. Renders of
+  // the same files are finished first, and the oldest when every slot is
+  // taken. Always true.
+  bool start(const std::string& xmlPath, const std::string& htmlPath);
+
+  // Waits for every render and writes their warnings.
+  void finishAll();
+
+ private:
+  struct Render {
+    std::string xml;  // normalised paths
+    std::string html;
+    pid_t child = -1;        // -1 when xsltproc could not be started
+    FILE* errors = nullptr;  // its standard error, shown when finished
+  };
+  void finishOldest();
+
+  size_t slots_;
+  std::deque<Render> running_;
+};
 
 }  // namespace qendor
