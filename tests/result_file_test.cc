@@ -259,6 +259,61 @@ TEST_F(ResultFileTest, NullEntryIsReplacedByAStart) {
   EXPECT_EQ(dumpTables(), "3: [" + std::string(kStart) + "|PASSED||1|]\n9: null\n");
 }
 
+// Only the records that a report reads are kept; the others still open and
+// close their test cases.
+TEST_F(ResultFileTest, OnlyTheReportedTestCaseKeepsItsRecords) {
+  run().testCaseNames[1] = "Pkg.Ctx.One";
+  run().testCaseNames[2] = "Pkg.Ctx.Two";
+  run().testCaseNames[3] = "Pkg.Ctx.Two";  // the driver takes the first of a name
+  run().testCaseName = "Pkg.Ctx.Two";
+  run().testContextName = "Pkg.Ctx";  // "-tcase" wins
+  // Test case 1 is never finished: it ends at the start of 2, whose records
+  // are kept, and a start of 3 while 2 is open ends 2 as well.
+  useResultFile(start("1") + full("a.c", "3", "1", "", "(one)") + start("2") +
+                full("a.c", "4", "1", "", "(two)") + start("3") +
+                full("a.c", "5", "1", "", "(three)") + finish() +
+                full("a.c", "6", "1", "", "(outside)"));
+  ASSERT_EQ(readFullAssertions(), 1);
+  EXPECT_EQ(dumpTables(),
+            "2: [" + std::string(kStart) + "|PASSED||1|] [ZKR_ASSERT(two)|PASSED||4|]\n");
+}
+
+TEST_F(ResultFileTest, ContextRunKeepsItsMembersOnly) {
+  run().testCaseNames[1] = "Pkg.Ctx.One";
+  run().testCaseNames[2] = "Pkg.Other.Two";
+  run().testCaseNames[4] = "Pkg.Ctx.Ctx";
+  run().testContextName = "Pkg.Ctx";
+  useResultFile(start("1") + finish() + start("2") + full("a.c", "4", "1", "", "(two)") + finish() +
+                start("4") + finish() + start("5") + finish());
+  ASSERT_EQ(readFullAssertions(), 1);
+  EXPECT_EQ(dumpTables(), "1: [" + std::string(kStart) + "|PASSED||1|] [" + kFinish +
+                              "|PASSED||2|]\n4: [" + kStart + "|PASSED||1|] [" + kFinish +
+                              "|PASSED||2|]\n");
+}
+
+// A "-tcase" test case under a number below 1 is reported as the context
+// document, which reads the context's members.
+TEST_F(ResultFileTest, TestCaseNumberedBelowOneKeepsTheContextMembers) {
+  run().testCaseNames[0] = "Pkg.Ctx.Zero";
+  run().testCaseNames[1] = "Pkg.Ctx.One";
+  run().testCaseNames[2] = "Pkg.Other.Two";
+  run().testCaseName = "Pkg.Ctx.Zero";
+  run().testContextName = "Pkg.Ctx";
+  useResultFile(start("0") + finish() + start("1") + finish() + start("2") + finish());
+  ASSERT_EQ(readFullAssertions(), 1);
+  EXPECT_EQ(dumpTables(), "0: [" + std::string(kStart) + "|FAILED||1|] [" + kFinish +
+                              "|PASSED||2|]\n1: [" + kStart + "|PASSED||1|] [" + kFinish +
+                              "|PASSED||2|]\n");
+}
+
+TEST_F(ResultFileTest, UnknownTestCaseNameKeepsNothing) {
+  run().testCaseNames[1] = "Pkg.Ctx.One";
+  run().testCaseName = "One";  // the short name alone does not match
+  useResultFile(start("1") + finish());
+  ASSERT_EQ(readFullAssertions(), 1);
+  EXPECT_EQ(dumpTables(), "");
+}
+
 TEST_F(ResultFileTest, FileNumbersOfManyRecords) {
   run().sourceFiles[1] = "/w/src/a.c";
   run().sourceFiles[2] = "C:/w/src/b.c";

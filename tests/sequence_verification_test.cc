@@ -279,6 +279,53 @@ TEST_F(SequenceTest, MillionMarkerLinesBetweenTwoMessages) {
   EXPECT_EQ(position, 1000003u);
 }
 
+// The marks of a step are cleared when it ends, by a result or by a range
+// error, so the next call, on this diagram or a shorter one, starts clean.
+TEST_F(SequenceTest, MarksDoNotOutliveTheirStep) {
+  setLines({"SD_TEST", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)", "A", "LOOP_OPERAND_END(l)",
+            "LOOP_END(l)", "B"});
+  for (int round = 0; round < 3; ++round) {
+    size_t position = 0;
+    EXPECT_TRUE(verifySdMessage("A", position, 1));
+    EXPECT_EQ(position, 4u);
+    EXPECT_TRUE(verifySdMessage("A", position, 1));  // back round the loop
+    EXPECT_EQ(position, 4u);
+    EXPECT_TRUE(verifySdMessage("B", position, 1));
+    EXPECT_EQ(position, 7u);
+  }
+  setLines({"SD_TEST", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "A", "B"});
+  size_t position = 0;
+  EXPECT_FALSE(rangeError([&] { verifySdMessage("B", position, 1); }).empty());
+  setLines({"SD_TEST", "A"});
+  position = 0;
+  EXPECT_TRUE(verifySdMessage("A", position, 1));
+  EXPECT_EQ(position, 2u);
+  run().sequenceLines[2] = std::make_unique<SequenceLines>(SequenceLines{"X"});
+  position = 0;
+  EXPECT_TRUE(verifySdMessage("X", position, 2));
+  EXPECT_EQ(position, 1u);
+}
+
+// A hundred thousand messages on a diagram of a million lines: each step
+// visits only the lines it passes.
+TEST_F(SequenceTest, ManyMessagesOnALongDiagram) {
+  Lines lines;
+  lines.reserve(1000000);
+  lines.push_back("SD_TEST");
+  for (int i = 0; lines.size() < 1000000; ++i) {
+    for (int k = 0; k < 8; ++k) lines.push_back("STRICT_BEGIN(s)");
+    lines.push_back("m" + std::to_string(i));
+  }
+  setLines(lines);
+  size_t position = 0;
+  int accepted = 0;
+  for (int i = 0; i < 100000; ++i) {
+    if (verifySdMessage("m" + std::to_string(i), position, 1)) ++accepted;
+  }
+  EXPECT_EQ(accepted, 100000);
+  EXPECT_EQ(position, 1u + 9u * 100000u);
+}
+
 TEST_F(SequenceTest, DeeplyNestedOperandAttempts) {
   // Every break end tries its continuation first: that many pending attempts.
   Lines lines(200000, "BREAK_END(b)");

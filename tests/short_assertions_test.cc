@@ -143,6 +143,28 @@ TEST_F(ShortAssertionsTest, RepeatedStartNumberReplacesTheList) {
             std::string("4: [") + kStart + "|PASSED|1|1|] [ZKR_ASSERT_TRUE(x);|PASSED|3|42|]\n");
 }
 
+TEST_F(ShortAssertionsTest, OnlyTheReportedTestCaseKeepsItsRecords) {
+  run().testCaseNames[5] = "Pkg.Ctx.Five";
+  run().testCaseNames[6] = "Pkg.Ctx.Six";
+  run().testCaseName = "Pkg.Ctx.Six";
+  // 5 opens, then 6 opens while 5 is open; 5's second start replaces nothing
+  // that is kept, and the finish closes it.
+  EXPECT_EQ(read("ASSERTION=1,1,5\nASSERTION=3,42,1\nASSERTION=1,1,6\nASSERTION=3,42,0\n"
+                 "ASSERTION=1,1,5\nASSERTION=3,42,1\nASSERTION=1,2,1\nASSERTION=3,42,1\n"),
+            1);
+  EXPECT_EQ(dumpTables(),
+            "6: [" + std::string(kStart) + "|PASSED|1|1|] [ZKR_ASSERT_TRUE(x);|FAILED|3|42|]\n");
+}
+
+TEST_F(ShortAssertionsTest, ContextRunKeepsItsMembersOnly) {
+  run().testCaseNames[5] = "Ctx.Five";
+  run().testCaseNames[6] = "Other.Six";
+  run().testContextName = "Ctx";
+  EXPECT_EQ(read("ASSERTION=1,1,5\nASSERTION=1,2,1\nASSERTION=1,1,6\nASSERTION=1,2,1\n"), 1);
+  EXPECT_EQ(dumpTables(),
+            "5: [" + std::string(kStart) + "|PASSED|1|1|] [" + kFinish + "|PASSED|1|2|]\n");
+}
+
 TEST_F(ShortAssertionsTest, OddFiles) {
   ASSERT_EQ(read(""), 1);
   EXPECT_EQ(dumpTables(), "");
