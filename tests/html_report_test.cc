@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <utility>
@@ -236,6 +237,121 @@ TEST_F(RenderHtmlTest, PendingStandardOutputComesFirst) {
   dup2(fileno(saved), fileno(stdout));
   fclose(saved);
   EXPECT_EQ(test::readFile(log), "pendingchild");
+}
+
+// A fake xsltproc that notes "start NAME" and "end NAME" (NAME: the XML
+// file's name) in `log`, says "err NAME" on standard error and fails for
+// names beginning with "f". A run whose name begins with "w" waits until
+// another run has started (for ten seconds at most), so two runs that may
+// overlap do. Others pause a little so that an overlap would show.
+class HtmlRendersTest : public RenderHtmlTest {
+ protected:
+  void installLoggingFake() {
+    installFake(0);
+    dir_.write("bin/xsltproc",
+               "#!/bin/sh\n"
+               "n=$(basename \"$4\")\n"
+               "echo \"start $n\" >> '" +
+                   log_ +
+                   "'\n"
+                   "case $n in w*) i=0; while [ $(grep -c '^start' '" +
+                   log_ +
+                   "') -lt 2 ] && "
+                   "[ $i -lt 100 ]; do sleep 0.1; i=$((i+1)); done;; *) sleep 0.2;; esac\n"
+                   "echo \"err $n\" >&2\n"
+                   "echo \"end $n\" >> '" +
+                   log_ +
+                   "'\n"
+                   "printf \"$n\" > \"$2\"\n"
+                   "case $n in f*) exit 3;; esac\n");
+  }
+
+  // The largest number of runs going on at once, from the log.
+  size_t overlapIn(const std::string& log) {
+    size_t now = 0, most = 0;
+    for (size_t at = 0; at < log.size();) {
+      size_t end = log.find('\n', at);
+      if (log.compare(at, 6, "start ") == 0) most = std::max(most, ++now);
+      if (log.compare(at, 4, "end ") == 0) --now;
+      at = end + 1;
+    }
+    return most;
+  }
+
+  std::string log_ = dir_.file("log.txt");
+};
+
+TEST_F(HtmlRendersTest, RunsOverlapUpToTheSlotsAndFinishInOrder) {
+  installLoggingFake();
+  testing::internal::CaptureStderr();
+  {
+    HtmlRenders renders(2);
+    EXPECT_TRUE(renders.start(dir_.file("w1.xml"), dir_.file("w1.html")));
+    EXPECT_TRUE(renders.start(dir_.file("f2.xml"), dir_.file("f2.html")));
+    EXPECT_TRUE(renders.start(dir_.file("w3.xml"), dir_.file("w3.html")));
+    EXPECT_TRUE(renders.start(dir_.file("f4.xml"), dir_.file("f4.html")));
+  }
+  const std::string err = testing::internal::GetCapturedStderr();
+  const std::string log = test::readFile(log_);
+  EXPECT_EQ(overlapIn(log), 2u) << log;
+  // The third starts once the first is finished (the oldest goes first).
+  EXPECT_LT(log.find("end w1.xml"), log.find("start w3.xml")) << log;
+  // Everything on standard error stands in the order of the starts.
+  EXPECT_EQ(err, "err w1.xml\nerr f2.xml\nqendor: HTML report " + dir_.file("f2.html") +
+                     " not written: xsltproc failed\nerr w3.xml\nerr f4.xml\n"
+                     "qendor: HTML report " +
+                     dir_.file("f4.html") + " not written: xsltproc failed\n");
+  // The failed ones still wrote their files here; the others did too.
+  EXPECT_EQ(test::readFile(dir_.file("w3.html")), "w3.xml");
+}
+
+TEST_F(HtmlRendersTest, ARunOfTheSameFilesWaitsForTheEarlierOne) {
+  installLoggingFake();
+  testing::internal::CaptureStderr();
+  {
+    HtmlRenders renders(2);
+    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+    renders.start(dir_.file("b.xml"), dir_.file("a.html"));
+  }
+  testing::internal::GetCapturedStderr();
+  EXPECT_EQ(test::readFile(log_),
+            "start a.xml\nend a.xml\nstart a.xml\nend a.xml\nstart b.xml\nend b.xml\n");
+  EXPECT_EQ(test::readFile(dir_.file("a.html")), "b.xml");
+}
+
+TEST_F(HtmlRendersTest, WaitForPathFinishesThatRunAndTheOlderOnes) {
+  installLoggingFake();
+  testing::internal::CaptureStderr();
+  HtmlRenders renders(3);
+  renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+  renders.start(dir_.file("b.xml"), dir_.file("b.html"));
+  renders.start(dir_.file("c.xml"), dir_.file("c.html"));
+  renders.waitForPath(dir_.file("b.html"));
+  const std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(err, "err a.xml\nerr b.xml\n");
+  EXPECT_EQ(test::readFile(dir_.file("b.html")), "b.xml");
+  renders.waitForPath(dir_.file("nothing.xml"));
+  testing::internal::CaptureStderr();
+  renders.finishAll();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err c.xml\n");
+  EXPECT_EQ(test::readFile(dir_.file("c.html")), "c.xml");
+}
+
+TEST_F(HtmlRendersTest, MissingXsltprocWarnsInOrder) {
+  hideXsltproc();
+  const std::string stale = dir_.write("b.html", "stale");
+  testing::internal::CaptureStderr();
+  {
+    HtmlRenders renders(2);
+    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+    renders.start(dir_.file("b.xml"), stale);
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "qendor: HTML report " + dir_.file("a.html") +
+                " not written: xsltproc could not be started\nqendor: HTML report " + stale +
+                " not written: xsltproc could not be started\n");
+  EXPECT_FALSE(test::fileExists(stale));
 }
 
 }  // namespace
