@@ -1,0 +1,20 @@
+// The parsers of the marked pieces of an assertion text.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "verify/assertion_text.h"
+
+using namespace qendor;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  std::string value, max, coverage, kind, guid, inr, onr, userMessage;
+  parseProgress(text, value, max, coverage);
+  parseArbiterKind(text, kind);
+  parseGuid(text, guid);
+  parseNumberPair(text, inr, onr);
+  parseUserMessage(text, userMessage);
+  return 0;
+}
