@@ -9,7 +9,7 @@ PACKAGES += clang libclang-rt-14-dev clang-tidy cppcheck valgrind
 
 FUZZ_BUILD    ?= build-fuzz
 FUZZ_SECONDS  ?= 60
-LINT_BUILD    ?= build-lint
+LINT_BUILD    ?= $(BUILD)
 MEMCHECK_BUILD ?= $(BUILD)
 FUZZ_TARGETS  := info_file result_file assertion_macro assertion_text verification_file \
                  sequence_verification chart_search whole_run
@@ -31,10 +31,11 @@ fuzz: fuzz-build
 fuzz-smoke:
 	@$(MAKE) --no-print-directory fuzz FUZZ_SECONDS=15
 
-# clang-tidy uses the compile commands of a build folder of its own (so that
-# it sees exactly the flags of the build); cppcheck reads the sources.
+# clang-tidy reads the compile commands of the build folder (configured as
+# `build` does it, so it sees exactly the flags of the build); cppcheck reads
+# the sources. Both check the program's own sources, not the tests.
 lint: setup
-	@cmake -S . -B $(LINT_BUILD) -DCMAKE_BUILD_TYPE=Debug -DQENDOR_TESTS=OFF >/dev/null
+	@cmake -S . -B $(LINT_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 	@echo "lint: clang-tidy"
 	@run-clang-tidy -quiet -p $(LINT_BUILD) -j $(JOBS) \
 	  '$(CURDIR)/(app|input|verify|report)/.*\.cc$$' >$(LINT_BUILD)/clang-tidy.log 2>&1 \
@@ -46,6 +47,6 @@ lint: setup
 	  --enable=warning,performance,portability --suppress=missingIncludeSystem \
 	  -I . app input verify report
 
-# The bundled example and the shop scenario run by the memcheck script.
+# The bundled examples and the shop scenario under valgrind.
 memcheck: build
 	@sh fuzz/memcheck.sh $(MEMCHECK_BUILD)

@@ -115,7 +115,7 @@ const ChartRecord* runSearch(const ChartRecord* start, Advance advance) {
   }
 }
 
-std::string withoutBlanks(std::string text) {
+std::string withoutBlanks(const std::string& text) {
   std::string result;
   result.reserve(text.size());
   for (char c : text) {
@@ -158,7 +158,7 @@ const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase) {
 
 const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
                                   VisitedRecords& visited, int32_t testCase) {
-  assertion = withoutBlanks(std::move(assertion));
+  assertion = withoutBlanks(assertion);
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& state = *frame.record;
     if (!isState(state)) return transitionStep(frame, assertion, testCase);
@@ -195,7 +195,7 @@ const ChartRecord* statechartStep(std::string assertion, const ChartRecord* reco
 
 const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
                                  VisitedRecords& visited, int32_t testCase) {
-  assertion = withoutBlanks(std::move(assertion));
+  assertion = withoutBlanks(assertion);
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& node = *frame.record;
     if (!isState(node)) return transitionStep(frame, assertion, testCase);

@@ -162,7 +162,6 @@ bool verifySdMessage(const std::string& message, size_t& position, int32_t testC
       } else if (startsWith(line, "OPT_OPERAND_BEGIN")) {
         kind = Attempt::kOpt;
       } else if (startsWith(line, "LOOP_OPERAND_BEGIN")) {
-        attempt = false;
         size_t begin = position;
         ++position;
         if (loopOperandContains(message, begin, testCase)) continue;  // run an iteration
