@@ -1,0 +1,131 @@
+#!/bin/sh
+# Runs the benchmarks: generates scenarios into a temporary folder under /tmp,
+# runs every case three times and prints, per figure, the median, the
+# baseline measured in the same run, their ratio, the target and PASS or MISS.
+#
+#   sh bench/bench.sh BUILD_DIR
+#
+# QENDOR_BENCH_RECORDS (default 10000000) sets the records of the input logs;
+# the other cases have fixed sizes.
+set -eu
+
+build=$(cd "${1:-build}" && pwd)
+qendor=$build/qendor
+generate=$build/bench/qendor_bench_generate
+getline=$build/bench/qendor_bench_getline
+measure=$build/bench/qendor_bench_measure
+records=${QENDOR_BENCH_RECORDS:-10000000}
+cases=1000
+per_case=$((records / cases))
+sheet=$build/TestResult2ENU.xslt
+
+for tool in "$qendor" "$generate" "$getline" "$measure"; do
+  [ -x "$tool" ] || { echo "bench: $tool is missing; build first" >&2; exit 1; }
+done
+command -v xsltproc >/dev/null || { echo "bench: xsltproc is missing" >&2; exit 1; }
+
+# Two logs of about 100 bytes per record, a tenth of one, and small cases.
+need_kb=$((records / 1000 * 230 + 300000))
+free_kb=$(df -Pk /tmp | awk 'NR == 2 { print $4 }')
+if [ "$free_kb" -lt "$need_kb" ]; then
+  echo "bench: /tmp has ${free_kb} KB free, ${need_kb} KB are needed" >&2
+  exit 1
+fi
+work=$(mktemp -d /tmp/qendor-bench.XXXXXX)
+trap 'rm -rf "$work"' EXIT INT TERM
+
+# "SECONDS KB" of the median of three runs of the command (by time).
+median3() {
+  for run in 1 2 3; do "$measure" "$@"; done | sort -n | sed -n 2p
+}
+seconds() { echo "$1" | cut -d' ' -f1; }
+kilobytes() { echo "$1" | cut -d' ' -f2; }
+
+failures=0
+# figure, measured, baseline, ratio, target (ratio at most)
+row() {
+  verdict=$(awk -v r="$4" -v t="$5" 'BEGIN { print (r <= t) ? "PASS" : "MISS" }')
+  [ "$verdict" = PASS ] || failures=$((failures + 1))
+  printf '| %-44s | %10s | %10s | %6s | %6s | %-4s |\n' "$1" "$2" "$3" "$4" "<= $5" "$verdict"
+}
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", (b > 0) ? a / b : 0 }'; }
+
+echo "bench: generating into $work" >&2
+"$generate" "$work/full" --cases $cases --records $per_case --first-records 10 \
+  --files 10 --used-files 10 --steps 100
+"$generate" "$work/full" --cases $cases --files 10000 --used-files 10 --info run10k.info
+"$generate" "$work/short" --form short --cases $cases --records $per_case --first-records 10 \
+  --files 1000 --used-files 1000 --steps 100
+"$generate" "$work/tenth" --cases $((cases / 10)) --records $per_case --first-records 10 \
+  --files 10 --used-files 10 --steps 100
+"$generate" "$work/ctx" --cases 1000 --records 100 --files 10 --used-files 10 --steps 98
+"$generate" "$work/sd" --cases 1 --records 100002 --steps 100000 --pad 9
+"$generate" "$work/sd10" --cases 1 --records 10002 --steps 10000 --pad 9
+
+report_one() {  # DIR INFO: qendor -tcase on the small test case 1
+  median3 sh -c "cd '$1' && exec '$qendor' -infofile $2 -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1"
+}
+size_kb() { echo $(($(wc -c <"$1") / 1024)); }
+
+printf '| %-44s | %10s | %10s | %6s | %6s | %-4s |\n' figure measured baseline ratio target ""
+printf '|%s|%s|%s|%s|%s|%s|\n' ---------------------------------------------- ------------ \
+  ------------ -------- -------- ------
+
+echo "bench: input" >&2
+base=$(median3 "$getline" "$work/full/run.log")
+full=$(report_one "$work/full" run.info)
+row "full form ${records} records, time (s) vs getline" "$(seconds "$full")" "$(seconds "$base")" \
+  "$(ratio "$(seconds "$full")" "$(seconds "$base")")" 3
+log_kb=$(size_kb "$work/full/run.log")
+row "full form peak memory (MB) vs log size" "$(($(kilobytes "$full") / 1024))" \
+  "$((log_kb / 1024))" "$(ratio "$(kilobytes "$full")" "$log_kb")" 1.5
+
+files=$(report_one "$work/full" run10k.info)
+row "full form, 10000 FILE entries vs 10 (s)" "$(seconds "$files")" "$(seconds "$full")" \
+  "$(ratio "$(seconds "$files")" "$(seconds "$full")")" 1.1
+
+sbase=$(median3 "$getline" "$work/short/run.log")
+short=$(report_one "$work/short" run.info)
+row "short form, 1000 files, time (s) vs getline" "$(seconds "$short")" "$(seconds "$sbase")" \
+  "$(ratio "$(seconds "$short")" "$(seconds "$sbase")")" 3
+slog_kb=$(size_kb "$work/short/run.log")
+row "short form peak memory (MB) vs log size" "$(($(kilobytes "$short") / 1024))" \
+  "$((slog_kb / 1024))" "$(ratio "$(kilobytes "$short")" "$slog_kb")" 1.5
+
+tenth=$(report_one "$work/tenth" run.info)
+row "10x the records (s) vs a tenth" "$(seconds "$full")" "$(seconds "$tenth")" \
+  "$(ratio "$(seconds "$full")" "$(seconds "$tenth")")" 11
+
+echo "bench: context of 1000 test cases x 100 records" >&2
+nopath=$work/empty-path
+mkdir "$nopath"
+context() {  # PATH for qendor
+  median3 sh -c "cd '$work/ctx' && PATH='$1' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx"
+}
+own=$(context "$nopath")
+# The XML files of that run, turned into HTML one after the other.
+median3 sh -c "cd '$work/ctx' && exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx" >/dev/null
+mkdir "$work/ctx/html"
+xslt=$(median3 sh -c "cd '$work/ctx/out' && for f in *.xml; do xsltproc -o ../html/\${f%.xml}.html '$sheet' \$f; done")
+row "own work without xsltproc (s) vs xsltproc" "$(seconds "$own")" "$(seconds "$xslt")" \
+  "$(ratio "$(seconds "$own")" "$(seconds "$xslt")")" 0.2
+whole=$(context "$PATH")
+serial=$(awk -v a="$(seconds "$own")" -v b="$(seconds "$xslt")" 'BEGIN { printf "%.4f", a + b }')
+row "whole run (s) vs own work + serial xsltproc" "$(seconds "$whole")" "$serial" \
+  "$(ratio "$(seconds "$whole")" "$serial")" 0.75
+echo "bench: sequence diagrams" >&2
+diagram() {  # DIR; a small stack proves that the depth does not grow
+  median3 sh -c "ulimit -s 1024; cd '$1' && PATH='$nopath' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1"
+}
+sd=$(diagram "$work/sd")
+sd10=$(diagram "$work/sd10")
+row "1M-line diagram, 100k messages (s) vs a tenth" "$(seconds "$sd")" "$(seconds "$sd10")" \
+  "$(ratio "$(seconds "$sd")" "$(seconds "$sd10")")" 11
+# Every message was accepted: the verification succeeded on the whole diagram.
+grep -q 'verificationResult="Result verification successful"' "$work/sd/out/T1.xml" ||
+  { echo "bench: the long diagram was not verified" >&2; failures=$((failures + 1)); }
+
+if [ "$failures" -ne 0 ]; then
+  echo "bench: $failures figure(s) missed" >&2
+  exit 1
+fi
