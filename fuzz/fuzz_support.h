@@ -21,8 +21,7 @@ namespace fuzz {
 inline const std::string& scratch() {
   // Kept alive until the exit handler below has removed the folder.
   static const std::string* const path = [] {
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "qendor-fuzz-XXXXXX").string();
+    std::string pattern = (std::filesystem::temp_directory_path() / "qendor-fuzz-XXXXXX").string();
     if (!mkdtemp(pattern.data())) std::abort();
     auto* made = new std::string(pattern);
     std::atexit([] {
