@@ -165,6 +165,21 @@ TEST_F(ShortAssertionsTest, ContextRunKeepsItsMembersOnly) {
             "5: [" + std::string(kStart) + "|PASSED|1|1|] [" + kFinish + "|PASSED|1|2|]\n");
 }
 
+// Far-apart, negative and empty entries are found as in the table itself.
+TEST_F(ShortAssertionsTest, SparseNegativeAndEmptyStatements) {
+  run().collectedAssertions[7] = std::make_unique<LineStatements>(LineStatements{
+      {-5, "ZKR_ASSERT_TRUE(neg);"}, {3, ""}, {2000000000, "ZKR_ASSERT_TRUE(far);"}});
+  run().collectedAssertions[8] = std::make_unique<LineStatements>();
+  run().collectedAssertions[9];  // no map at all
+  EXPECT_EQ(read("ASSERTION=1,1,1\nASSERTION=7,-5,1\nASSERTION=7,3,1\nASSERTION=7,4,1\n"
+                 "ASSERTION=7,2000000000,0\nASSERTION=7,1999999999,1\nASSERTION=8,1,1\n"
+                 "ASSERTION=9,1,1\nASSERTION=3,41,1\nASSERTION=3,43,1\n"),
+            1);
+  EXPECT_EQ(dumpTables(), "1: [" + std::string(kStart) +
+                              "|PASSED|1|1|] [ZKR_ASSERT_TRUE(neg);|PASSED|7|-5|] [|PASSED|7|3|] "
+                              "[ZKR_ASSERT_TRUE(far);|FAILED|7|2000000000|]\n");
+}
+
 TEST_F(ShortAssertionsTest, OddFiles) {
   ASSERT_EQ(read(""), 1);
   EXPECT_EQ(dumpTables(), "");
