@@ -1,11 +1,15 @@
 #include "app/line_reader.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace qendor {
 
 namespace {
-constexpr size_t kChunk = 1 << 20;
+// Small files (info and verification files) need little; a log's buffer
+// grows to kLargeChunk, and further only for a line longer than that.
+constexpr size_t kFirstChunk = 64 * 1024;
+constexpr size_t kLargeChunk = 1 << 20;
 }  // namespace
 
 LineReader::LineReader(const std::string& path) : file_(std::fopen(path.c_str(), "r")) {}
@@ -14,17 +18,26 @@ LineReader::~LineReader() {
   if (file_) std::fclose(file_);
 }
 
-// Moves the unread text to the front, grows the buffer when a line fills it,
-// and reads more. False when nothing more could be read.
+// Moves the unread text to the front, grows the buffer when it is full, and
+// reads more. False when nothing more could be read.
 bool LineReader::fill() {
   if (atEnd_ || !file_) return false;
   if (begin_ > 0) {
-    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+    std::memmove(buffer_.get(), buffer_.get() + begin_, end_ - begin_);
     end_ -= begin_;
     begin_ = 0;
   }
-  if (buffer_.size() - end_ < kChunk) buffer_.resize(end_ + kChunk + buffer_.size() / 2);
-  size_t got = std::fread(buffer_.data() + end_, 1, buffer_.size() - end_, file_);
+  // A file whose first read filled the small buffer is a log: give it the
+  // large one.
+  if (end_ == capacity_ || (capacity_ < kLargeChunk && lastReadFilled_)) {
+    size_t grown = capacity_ == 0 ? kFirstChunk : std::max(capacity_ * 2, kLargeChunk);
+    std::unique_ptr<char[]> larger(new char[grown]);
+    if (end_ > 0) std::memcpy(larger.get(), buffer_.get(), end_);
+    buffer_ = std::move(larger);
+    capacity_ = grown;
+  }
+  size_t got = std::fread(buffer_.get() + end_, 1, capacity_ - end_, file_);
+  lastReadFilled_ = got == capacity_ - end_;
   if (got == 0) {
     atEnd_ = true;  // end of file or a read error: both end the reading
     return false;
@@ -36,18 +49,18 @@ bool LineReader::fill() {
 bool LineReader::next(std::string_view& line) {
   size_t searchFrom = begin_;
   for (;;) {
-    const char* start = buffer_.data() + searchFrom;
+    const char* start = buffer_.get() + searchFrom;
     const void* feed = end_ > searchFrom ? std::memchr(start, '\n', end_ - searchFrom) : nullptr;
     if (feed) {
-      size_t at = static_cast<const char*>(feed) - buffer_.data();
-      line = std::string_view(buffer_.data() + begin_, at - begin_);
+      size_t at = static_cast<const char*>(feed) - buffer_.get();
+      line = std::string_view(buffer_.get() + begin_, at - begin_);
       begin_ = at + 1;
       return true;
     }
     size_t scanned = end_ - begin_;
     if (!fill()) {
       if (end_ == begin_) return false;
-      line = std::string_view(buffer_.data() + begin_, end_ - begin_);
+      line = std::string_view(buffer_.get() + begin_, end_ - begin_);
       begin_ = end_;
       return true;
     }

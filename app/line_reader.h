@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace qendor {
 
@@ -29,10 +29,12 @@ class LineReader {
   bool fill();
 
   FILE* file_ = nullptr;
-  std::vector<char> buffer_;
+  std::unique_ptr<char[]> buffer_;  // not zero-filled: only read text is looked at
+  size_t capacity_ = 0;
   size_t begin_ = 0;  // start of the unread text in buffer_
   size_t end_ = 0;    // end of the text read into buffer_
   bool atEnd_ = false;
+  bool lastReadFilled_ = false;
 };
 
 }  // namespace qendor

@@ -42,6 +42,22 @@ TEST(LineReader, KeepsNulBytesAndLongLines) {
   EXPECT_EQ(lines[2], "end");
 }
 
+TEST(LineReader, LinesAcrossBufferBoundariesComeOutWhole) {
+  // Lines of every length from 0 to 3000 bytes, then one of 200 KB, then more
+  // short lines: enough text to cross the small and the large buffer often.
+  std::vector<std::string> expected;
+  std::string content;
+  for (int round = 0; round < 2; ++round) {
+    for (size_t length = 0; length <= 3000; length += 7) {
+      expected.push_back(std::string(length, static_cast<char>('a' + length % 26)));
+    }
+    expected.push_back(std::string(200 * 1024, 'z'));
+  }
+  for (const std::string& line : expected) content += line + "\n";
+  test::TempDir dir;
+  EXPECT_EQ(readAll(dir.write("many.txt", content)), expected);
+}
+
 TEST(LineReader, MissingFileDoesNotOpenAndDirectoryReadsEmpty) {
   test::TempDir dir;
   EXPECT_FALSE(LineReader(dir.file("missing")).isOpen());
