@@ -48,8 +48,15 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
   }
 
   int resultCode = 25;
-  XmlNodePtr root(number < 1 ? buildTestContextDocument(resultCode)
-                             : buildTestCaseDocument(number, resultCode));
+  XmlNodePtr root;
+  try {
+    root.reset(number < 1 ? buildTestContextDocument(resultCode)
+                          : buildTestCaseDocument(number, resultCode));
+  } catch (...) {
+    // The run ends with an unexpected error; leave no empty report behind.
+    std::remove(xmlPath.c_str());
+    throw;
+  }
   saveXmlDocument(root.get(), xmlPath);
   root.reset();
 

@@ -1,5 +1,6 @@
 #include "report/html_report.h"
 
+#include <fcntl.h>
 #include <libxml/xmlIO.h>
 #include <libxml/xmlsave.h>
 #include <spawn.h>
@@ -127,12 +128,25 @@ bool HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath)
   std::string xml = render.xml;
   char* argv[] = {command.data(), outputOption.data(), html.data(),
                   sheet.data(),   xml.data(),          nullptr};
+  // xsltproc reads "%XX" in the name after "-o" as an escaped URI and would
+  // write another report's file. Such a report is written through its
+  // standard output, opened on the literal name, instead.
+  render.throughStdout = html.find('%') != std::string::npos;
+  char* stdoutArgv[] = {command.data(), sheet.data(), xml.data(), nullptr};
 
   render.errors = std::tmpfile();
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_t* useActions = nullptr;
-  if (render.errors && posix_spawn_file_actions_init(&actions) == 0) {
-    if (posix_spawn_file_actions_adddup2(&actions, fileno(render.errors), STDERR_FILENO) == 0) {
+  if (posix_spawn_file_actions_init(&actions) == 0) {
+    bool ready = true;
+    if (render.errors) {
+      ready = posix_spawn_file_actions_adddup2(&actions, fileno(render.errors), STDERR_FILENO) == 0;
+    }
+    if (ready && render.throughStdout) {
+      ready = posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, html.c_str(),
+                                               O_WRONLY | O_CREAT | O_TRUNC, 0666) == 0;
+    }
+    if (ready) {
       useActions = &actions;
     } else {
       posix_spawn_file_actions_destroy(&actions);
@@ -140,7 +154,10 @@ bool HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath)
   }
   // Whatever stdout still buffers must not be written twice.
   std::fflush(stdout);
-  if (posix_spawnp(&render.child, "xsltproc", useActions, nullptr, argv, environ) != 0) {
+  if (render.throughStdout && !useActions) {
+    render.child = -1;
+  } else if (posix_spawnp(&render.child, "xsltproc", useActions, nullptr,
+                          render.throughStdout ? stdoutArgv : argv, environ) != 0) {
     render.child = -1;
   }
   if (useActions) posix_spawn_file_actions_destroy(useActions);
@@ -179,6 +196,8 @@ void HtmlRenders::finishOldest() {
     if (!problem) problem = problemOf(status);
   }
   replayErrors(render.errors);
+  // Written through standard output, a failed report leaves a file behind.
+  if (problem && render.throughStdout) unlink(render.html.c_str());
   if (problem) {
     std::fprintf(stderr, "qendor: HTML report %s not written: %s\n", render.html.c_str(), problem);
   }

@@ -53,8 +53,9 @@ class HtmlRenders {
   struct Render {
     std::string xml;  // normalised paths
     std::string html;
-    pid_t child = -1;        // -1 when xsltproc could not be started
-    FILE* errors = nullptr;  // its standard error, shown when finished
+    pid_t child = -1;            // -1 when xsltproc could not be started
+    FILE* errors = nullptr;      // its standard error, shown when finished
+    bool throughStdout = false;  // the HTML is xsltproc's standard output
   };
   void finishOldest();
 

@@ -183,6 +183,32 @@ TEST_F(RenderHtmlTest, ShellCharactersReachXsltprocUntouched) {
   EXPECT_EQ(stderr_, "");
 }
 
+TEST_F(RenderHtmlTest, NameWithPercentIsWrittenThroughStandardOutput) {
+  // xsltproc would decode "%41" in the name after "-o"; the report is its
+  // standard output instead, opened on the literal name.
+  installFake(0);
+  dir_.write("bin/xsltproc", "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\" >> '" + args_ +
+                                 "'; done\nprintf page\n");
+  run().programDirectory = "/opt/tools/";
+  const std::string html = dir_.file("Case%41.html");
+  EXPECT_TRUE(render(dir_.file("Case%41.xml"), html));
+  EXPECT_EQ(test::readFile(args_),
+            "/opt/tools/TestResult2ENU.xslt\n" + dir_.file("Case%41.xml") + "\n");
+  EXPECT_EQ(test::readFile(html), "page");
+  EXPECT_FALSE(test::fileExists(dir_.file("CaseA.html")));
+  EXPECT_EQ(stdout_, "");
+  EXPECT_EQ(stderr_, "");
+}
+
+TEST_F(RenderHtmlTest, FailedRenderThroughStandardOutputLeavesNoFile) {
+  installFake(0);
+  dir_.write("bin/xsltproc", "#!/bin/sh\nprintf half\nexit 5\n");
+  const std::string html = dir_.file("P%2Fq.html");
+  EXPECT_TRUE(render(dir_.file("P%2Fq.xml"), html));
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_EQ(stderr_, "qendor: HTML report " + html + " not written: xsltproc failed\n");
+}
+
 TEST_F(RenderHtmlTest, BareProgramNameLooksForTheStylesheetByName) {
   installFake(0);
   run().programDirectory = "";
