@@ -56,6 +56,12 @@
   <!-- Assertions that did not pass, by their test case. -->
   <xsl:key name="bad-by-case" match="AssertionInfo[@status != 'PASSED']" use="generate-id(../..)"/>
 
+  <!-- The strings of the language file, by key and by key and value (a tab
+       between the two, which an attribute value of the strings cannot hold).
+       Looked up with the strings document as the context, see "t". -->
+  <xsl:key name="label" match="l:s" use="@k"/>
+  <xsl:key name="word" match="l:s[@src]" use="concat(@k, '&#9;', @src)"/>
+
   <!-- Words needed once per assertion row, looked up once per page. -->
   <xsl:variable name="w.PASSED" select="string($T[@k = 'st'][@src = 'PASSED'])"/>
   <xsl:variable name="w.FAILED" select="string($T[@k = 'st'][@src = 'FAILED'])"/>
@@ -68,7 +74,7 @@
   <!-- A label by key. -->
   <xsl:template name="t">
     <xsl:param name="k"/>
-    <xsl:value-of select="$T[@k = $k][1]"/>
+    <xsl:for-each select="$T[1]"><xsl:value-of select="key('label', $k)"/></xsl:for-each>
   </xsl:template>
 
   <!-- A value of the result document put into words: the translation when the
@@ -76,16 +82,25 @@
   <xsl:template name="word">
     <xsl:param name="k"/>
     <xsl:param name="v"/>
-    <xsl:variable name="hit" select="$T[@k = $k][@src = $v][1]"/>
-    <xsl:choose>
-      <xsl:when test="$hit"><xsl:value-of select="$hit"/></xsl:when>
-      <xsl:otherwise><xsl:value-of select="$v"/></xsl:otherwise>
-    </xsl:choose>
+    <xsl:for-each select="$T[1]">
+      <xsl:variable name="hit" select="key('word', concat($k, '&#9;', $v))"/>
+      <xsl:choose>
+        <xsl:when test="$hit"><xsl:value-of select="$hit"/></xsl:when>
+        <xsl:otherwise><xsl:value-of select="$v"/></xsl:otherwise>
+      </xsl:choose>
+    </xsl:for-each>
+    <xsl:if test="not($T)"><xsl:value-of select="$v"/></xsl:if>
   </xsl:template>
 
+  <!-- A count in the language's pattern. Counts below a thousand need no
+       grouping, so they skip format-number, which costs more than the rest
+       of a test case's header. -->
   <xsl:template name="int">
     <xsl:param name="n"/>
-    <xsl:value-of select="format-number($n, $intFormat)"/>
+    <xsl:choose>
+      <xsl:when test="$n &gt;= 0 and $n &lt; 1000 and $n = floor($n)"><xsl:value-of select="$n"/></xsl:when>
+      <xsl:otherwise><xsl:value-of select="format-number($n, $intFormat)"/></xsl:otherwise>
+    </xsl:choose>
   </xsl:template>
 
   <xsl:template name="pct">
@@ -534,8 +549,7 @@
                   <xsl:choose>
                     <xsl:when test="$first">
                       <xsl:for-each select="$first">
-                        <xsl:variable name="me" select="generate-id()"/>
-                        <xsl:variable name="nr"><xsl:for-each select="../AssertionInfo"><xsl:if test="generate-id() = $me"><xsl:value-of select="position()"/></xsl:if></xsl:for-each></xsl:variable>
+                        <xsl:variable name="nr"><xsl:number/></xsl:variable>
                         <a href="#{$cid}-a{$nr}">
                           <xsl:call-template name="assert-text"/>
                         </a>
@@ -779,7 +793,13 @@
       </xsl:when>
       <xsl:otherwise>
         <div class="scroll">
-        <table class="grid asserts">
+        <table>
+          <xsl:attribute name="class">
+            <xsl:choose>
+              <xsl:when test="$sd">grid asserts sd</xsl:when>
+              <xsl:otherwise>grid asserts code</xsl:otherwise>
+            </xsl:choose>
+          </xsl:attribute>
           <caption>
             <xsl:call-template name="t"><xsl:with-param name="k" select="'sec.assertions'"/></xsl:call-template>
             <xsl:text> (</xsl:text>
@@ -807,43 +827,85 @@
             </tr>
           </thead>
           <tbody>
-            <xsl:for-each select="AssertionInfo">
-              <xsl:variable name="aid" select="concat($cid, '-a', position())"/>
-              <tr id="{$aid}">
-                <xsl:if test="@status != 'PASSED'"><xsl:attribute name="class">bad</xsl:attribute></xsl:if>
-                <th scope="row"><a href="#{$aid}"><xsl:value-of select="position()"/></a></th>
-                <xsl:choose>
-                  <xsl:when test="@status = 'PASSED'"><td class="s st-pass"><span aria-hidden="true">&#x2714; </span><xsl:value-of select="$w.PASSED"/></td></xsl:when>
-                  <xsl:when test="@status = 'FAILED'"><td class="s st-fail"><span aria-hidden="true">&#x2718; </span><xsl:value-of select="$w.FAILED"/></td></xsl:when>
-                  <xsl:when test="@status = 'ERROR'"><td class="s st-error"><span aria-hidden="true">! </span><xsl:value-of select="$w.ERROR"/></td></xsl:when>
-                  <xsl:otherwise><td class="s st-other"><span aria-hidden="true">? </span><xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="@status"/></xsl:call-template></td></xsl:otherwise>
-                </xsl:choose>
-                <xsl:choose>
-                  <xsl:when test="$sd">
-                    <td class="mono"><xsl:value-of select="@sdiname"/><br/><xsl:value-of select="@msgid"/></td>
-                    <td class="msg"><xsl:value-of select="@usermsg"/><xsl:if test="@name"><div class="mono"><xsl:value-of select="@name"/></div></xsl:if></td>
-                    <td class="mono"><xsl:value-of select="@inr"/> / <xsl:value-of select="@onr"/></td>
+            <!-- The rows are the bulk of a large page, so each is kept to
+                 plain cells: the column styles, the status colour and its
+                 symbol come from the stylesheet (by column and by the row's
+                 class, which only a row that did not pass carries). -->
+            <xsl:choose>
+              <xsl:when test="$sd">
+                <xsl:for-each select="AssertionInfo">
+                  <xsl:variable name="aid" select="concat($cid, '-a', position())"/>
+                  <tr id="{$aid}">
+                    <xsl:if test="not(@status = 'PASSED')"><xsl:call-template name="row-class"/></xsl:if>
+                    <th><a href="#{$aid}"><xsl:value-of select="position()"/></a></th>
                     <td>
                       <xsl:choose>
-                        <xsl:when test="@arbiterAssert = 'internal'"><xsl:value-of select="$w.internal"/></xsl:when>
-                        <xsl:when test="@arbiterAssert = 'external'"><xsl:value-of select="$w.external"/></xsl:when>
-                        <xsl:otherwise><xsl:value-of select="@arbiterAssert"/></xsl:otherwise>
+                        <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>
+                        <xsl:otherwise><xsl:call-template name="row-status"/></xsl:otherwise>
                       </xsl:choose>
                     </td>
-                    <td class="mono guid"><xsl:value-of select="@guid"/></td>
-                  </xsl:when>
-                  <xsl:otherwise>
-                    <td class="mono msg"><xsl:value-of select="@name"/></td>
-                  </xsl:otherwise>
-                </xsl:choose>
-                <td class="mono dir"><xsl:value-of select="@dir"/></td>
-                <td class="mono file" title="{@fnr}"><xsl:value-of select="@filename"/>:<xsl:value-of select="@lnr"/></td>
-              </tr>
-            </xsl:for-each>
+                    <td><xsl:value-of select="concat(@sdiname, ' / ', @msgid)"/></td>
+                    <td><xsl:value-of select="@usermsg"/><xsl:if test="@name"><div class="mono"><xsl:value-of select="@name"/></div></xsl:if></td>
+                    <td><xsl:value-of select="concat(@inr, ' / ', @onr)"/></td>
+                    <td>
+                      <xsl:if test="@arbiterAssert">
+                        <xsl:choose>
+                          <xsl:when test="@arbiterAssert = 'internal'"><xsl:value-of select="$w.internal"/></xsl:when>
+                          <xsl:when test="@arbiterAssert = 'external'"><xsl:value-of select="$w.external"/></xsl:when>
+                          <xsl:otherwise><xsl:value-of select="@arbiterAssert"/></xsl:otherwise>
+                        </xsl:choose>
+                      </xsl:if>
+                    </td>
+                    <td><xsl:value-of select="@guid"/></td>
+                    <td><xsl:value-of select="@dir"/></td>
+                    <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
+                  </tr>
+                </xsl:for-each>
+              </xsl:when>
+              <xsl:otherwise>
+                <xsl:for-each select="AssertionInfo">
+                  <xsl:variable name="aid" select="concat($cid, '-a', position())"/>
+                  <tr id="{$aid}">
+                    <xsl:if test="not(@status = 'PASSED')"><xsl:call-template name="row-class"/></xsl:if>
+                    <th><a href="#{$aid}"><xsl:value-of select="position()"/></a></th>
+                    <td>
+                      <xsl:choose>
+                        <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>
+                        <xsl:otherwise><xsl:call-template name="row-status"/></xsl:otherwise>
+                      </xsl:choose>
+                    </td>
+                    <td><xsl:value-of select="@name"/></td>
+                    <td><xsl:value-of select="@dir"/></td>
+                    <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
+                  </tr>
+                </xsl:for-each>
+              </xsl:otherwise>
+            </xsl:choose>
           </tbody>
         </table>
         </div>
       </xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- The class of an assertion row that did not pass. -->
+  <xsl:template name="row-class">
+    <xsl:attribute name="class">
+      <xsl:choose>
+        <xsl:when test="@status = 'FAILED'">bad st-fail</xsl:when>
+        <xsl:when test="@status = 'ERROR'">bad st-error</xsl:when>
+        <xsl:when test="@status">bad st-other</xsl:when>
+        <xsl:otherwise>st-other</xsl:otherwise>
+      </xsl:choose>
+    </xsl:attribute>
+  </xsl:template>
+
+  <!-- The status word of an assertion row that did not pass. -->
+  <xsl:template name="row-status">
+    <xsl:choose>
+      <xsl:when test="@status = 'FAILED'"><xsl:value-of select="$w.FAILED"/></xsl:when>
+      <xsl:when test="@status = 'ERROR'"><xsl:value-of select="$w.ERROR"/></xsl:when>
+      <xsl:otherwise><xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="@status"/></xsl:call-template></xsl:otherwise>
     </xsl:choose>
   </xsl:template>
 
@@ -896,6 +958,15 @@ caption{text-align:left;font-weight:700;padding:0 0 6px;}
 .st-other{--c:var(--other);--b:var(--other-bg);--bar:var(--other-bar);}
 .badge,.card .badge{color:var(--c);background:var(--b);border-color:var(--c);}
 td.s{color:var(--c);font-weight:600;white-space:nowrap;}
+.asserts td{overflow-wrap:anywhere;}
+.asserts td:nth-child(2){color:var(--c,var(--pass));font-weight:600;white-space:nowrap;overflow-wrap:normal;}
+.asserts td:nth-child(2)::before{content:"\2714\a0";content:"\2714\a0"/"";}
+.asserts tr.st-fail td:nth-child(2)::before{content:"\2718\a0";content:"\2718\a0"/"";}
+.asserts tr.st-error td:nth-child(2)::before{content:"!\a0";content:"!\a0"/"";}
+.asserts tr.st-other td:nth-child(2)::before{content:"?\a0";content:"?\a0"/"";}
+.asserts.sd td:nth-child(3),.asserts.sd td:nth-child(n+5):not(:nth-child(6)),.asserts.code td:nth-child(n+3){font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.86em;}
+.asserts.sd td:nth-child(7){min-width:10em;}
+.asserts td:last-child{white-space:nowrap;overflow-wrap:normal;}
 svg.bar{display:block;width:100%;height:18px;margin:12px 0 0;border-radius:4px;background:var(--soft);}
 svg.bar rect{fill:var(--bar);stroke:var(--card);stroke-width:2px;vector-effect:non-scaling-stroke;}
 .problems th a{font-weight:700;}
