@@ -200,13 +200,13 @@ for code in $langs; do
         check "$what: versions" has "$html" '7.5, build 1234'
         check "$what: exit status 0" has "$html" '<td class="num" id="exit">0</td>'
         check "$what: passed test case closed" has "$html" '<details id="tc-PlaceOrder" data-status="PASSED" class="case st-pass">'
-        check "$what: assertion anchor" has "$html" '<tr id="tc-PlaceOrder-a1"><th><a href="#tc-PlaceOrder-a1">1</a></th>'
+        check "$what: assertion anchor" has "$html" '<tr ID="tc-PlaceOrder-a1"><th><a href="#tc-PlaceOrder-a1">1</a></th>'
         check "$what: no problems" has "$html" '<p class="empty ok-note">'
         check "$what: pass rate" has "$html" '<td class="num" id="passrate">100%</td>'
         ;;
       testcase_code)
         check "$what: statement escaped" has "$html" 'total &lt; 0 &amp;&amp; x &gt; 1'
-        check "$what: failed row marked" has "$html" '<tr id="tc-TotalPrice-a2" class="bad st-fail">'
+        check "$what: failed row marked" has "$html" '<tr ID="tc-TotalPrice-a2" class="bad st-fail">'
         check "$what: exit status 10" has "$html" '<td class="num" id="exit">10</td>'
         check "$what: failed test case open" has "$html" '<details id="tc-TotalPrice" data-status="FAILED" class="case st-fail problem" open="open">'
         check "$what: problem links its first failing assertion" has "$html" '<a href="#tc-TotalPrice-a2"><code>total &lt; 0 &amp;&amp; x &gt; 1</code></a>'
