@@ -8,7 +8,7 @@ namespace qendor {
 namespace {
 // Small files (info and verification files) need little; a log's buffer
 // grows to kLargeChunk, and further only for a line longer than that.
-constexpr size_t kFirstChunk = 64 * 1024;
+constexpr size_t kFirstChunk = size_t{64} << 10;
 constexpr size_t kLargeChunk = 1 << 20;
 }  // namespace
 

@@ -154,10 +154,11 @@ bool HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath)
   }
   // Whatever stdout still buffers must not be written twice.
   std::fflush(stdout);
-  if (render.throughStdout && !useActions) {
-    render.child = -1;
-  } else if (posix_spawnp(&render.child, "xsltproc", useActions, nullptr,
-                          render.throughStdout ? stdoutArgv : argv, environ) != 0) {
+  // Without its standard output opened on the report, such a run would write
+  // the page into ours: it is not started.
+  const bool startable = !render.throughStdout || useActions;
+  if (!startable || posix_spawnp(&render.child, "xsltproc", useActions, nullptr,
+                                 render.throughStdout ? stdoutArgv : argv, environ) != 0) {
     render.child = -1;
   }
   if (useActions) posix_spawn_file_actions_destroy(useActions);
