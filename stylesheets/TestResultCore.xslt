@@ -838,10 +838,9 @@
             <xsl:choose>
               <xsl:when test="$sd">
                 <xsl:for-each select="AssertionInfo">
-                  <xsl:variable name="aid" select="concat($cid, '-a', position())"/>
-                  <tr ID="{$aid}">
+                  <tr ID="{$cid}-a{position()}">
                     <xsl:if test="not(@status = 'PASSED')"><xsl:call-template name="row-class"/></xsl:if>
-                    <th><a href="#{$aid}"><xsl:value-of select="position()"/></a></th>
+                    <th><a href="#{$cid}-a{position()}"><xsl:value-of select="position()"/></a></th>
                     <td>
                       <xsl:choose>
                         <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>
@@ -868,10 +867,9 @@
               </xsl:when>
               <xsl:otherwise>
                 <xsl:for-each select="AssertionInfo">
-                  <xsl:variable name="aid" select="concat($cid, '-a', position())"/>
-                  <tr ID="{$aid}">
+                  <tr ID="{$cid}-a{position()}">
                     <xsl:if test="not(@status = 'PASSED')"><xsl:call-template name="row-class"/></xsl:if>
-                    <th><a href="#{$aid}"><xsl:value-of select="position()"/></a></th>
+                    <th><a href="#{$cid}-a{position()}"><xsl:value-of select="position()"/></a></th>
                     <td>
                       <xsl:choose>
                         <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>

@@ -207,6 +207,12 @@ for code in $langs; do
       testcase_code)
         check "$what: statement escaped" has "$html" 'total &lt; 0 &amp;&amp; x &gt; 1'
         check "$what: failed row marked" has "$html" '<tr ID="tc-TotalPrice-a2" class="bad st-fail">'
+        check "$what: symbol of a failed row drawn beside its word" has "$html" '.asserts tr.st-fail td:nth-child(2)::before{content:"\2718\a0"'
+        check "$what: symbol of a passed row drawn beside its word" has "$html" '.asserts td:nth-child(2)::before{content:"\2714\a0"'
+        if [ "$code" = ENU ]; then
+          check "$what: failed row shows its status word" has "$html" '<th><a href="#tc-TotalPrice-a2">2</a></th><td>Failed</td>'
+          check "$what: passed row shows its status word" has "$html" '<th><a href="#tc-TotalPrice-a1">1</a></th><td>Passed</td>'
+        fi
         check "$what: exit status 10" has "$html" '<td class="num" id="exit">10</td>'
         check "$what: failed test case open" has "$html" '<details id="tc-TotalPrice" data-status="FAILED" class="case st-fail problem" open="open">'
         check "$what: problem links its first failing assertion" has "$html" '<a href="#tc-TotalPrice-a2"><code>total &lt; 0 &amp;&amp; x &gt; 1</code></a>'
