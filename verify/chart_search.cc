@@ -149,6 +149,25 @@ Move nextLeaving(Frame& frame, int32_t testCase) {
   return yield(nullptr);
 }
 
+// A flowchart node entered by a search: its default transition alone, or
+// else its leaving transitions (its parent's, for a local termination inside
+// a composite node). Both flowchart searches leave a node this way.
+Move leaveFlowchartNode(Frame& frame, VisitedRecords& visited, int32_t testCase) {
+  const ChartRecord& node = *frame.record;
+  if (enter(visited, frame.record)) return yield(nullptr);
+  if (!node.defaultTransition.empty()) {
+    frame.phase = Phase::kLast;  // followed alone
+    return callOn(findChartRecord(node.defaultTransition, testCase));
+  }
+  frame.leaving = &node.outTransitions;
+  if (node.stateType == "LocalTermination" && node.parentName != "ROOT") {
+    const ChartRecord* parent = findChartRecord(node.parentGuid, testCase);
+    if (!parent) return yield(nullptr);
+    frame.leaving = &parent->outTransitions;
+  }
+  return nextLeaving(frame, testCase);
+}
+
 }  // namespace
 
 const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase) {
@@ -202,18 +221,7 @@ const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* recor
     if (frame.phase == Phase::kLeaving) return nextLeaving(frame, testCase);
     if (frame.phase == Phase::kLast) return yield(nullptr);
     if (contains(node.entryAction, assertion)) return yield(frame.record);
-    if (enter(visited, frame.record)) return yield(nullptr);
-    if (!node.defaultTransition.empty()) {
-      frame.phase = Phase::kLast;  // followed alone
-      return callOn(findChartRecord(node.defaultTransition, testCase));
-    }
-    frame.leaving = &node.outTransitions;
-    if (node.stateType == "LocalTermination" && node.parentName != "ROOT") {
-      const ChartRecord* parent = findChartRecord(node.parentGuid, testCase);
-      if (!parent) return yield(nullptr);
-      frame.leaving = &parent->outTransitions;
-    }
-    return nextLeaving(frame, testCase);
+    return leaveFlowchartNode(frame, visited, testCase);
   });
 }
 
@@ -275,18 +283,7 @@ const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecord
       frame.phase = Phase::kLast;
       return callOn(target);
     }
-    if (enter(visited, frame.record)) return yield(nullptr);
-    if (!node.defaultTransition.empty()) {
-      frame.phase = Phase::kLast;  // followed alone
-      return callOn(findChartRecord(node.defaultTransition, testCase));
-    }
-    frame.leaving = &node.outTransitions;
-    if (node.stateType == "LocalTermination" && node.parentName != "ROOT") {
-      const ChartRecord* parent = findChartRecord(node.parentGuid, testCase);
-      if (!parent) return yield(nullptr);
-      frame.leaving = &parent->outTransitions;
-    }
-    return nextLeaving(frame, testCase);
+    return leaveFlowchartNode(frame, visited, testCase);
   });
 }
 
