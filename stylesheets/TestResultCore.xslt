@@ -960,13 +960,13 @@ caption{text-align:left;font-weight:700;padding:0 0 6px;}
 .st-other{--c:var(--other);--b:var(--other-bg);--bar:var(--other-bar);}
 .badge,.card .badge{color:var(--c);background:var(--b);border-color:var(--c);}
 td.s{color:var(--c);font-weight:600;white-space:nowrap;}
-.asserts td{overflow-wrap:anywhere;}
-.asserts td:nth-child(2){color:var(--c,var(--pass));font-weight:600;white-space:nowrap;overflow-wrap:normal;}
+.asserts td:nth-child(2){color:var(--pass);font-weight:600;white-space:nowrap;}
+.asserts tr[class] td:nth-child(2){color:var(--c);}
 .asserts td:nth-child(2)::before{content:"\2714\a0";content:"\2714\a0"/"";}
 .asserts tr.st-fail td:nth-child(2)::before{content:"\2718\a0";content:"\2718\a0"/"";}
 .asserts tr.st-error td:nth-child(2)::before{content:"!\a0";content:"!\a0"/"";}
 .asserts tr.st-other td:nth-child(2)::before{content:"?\a0";content:"?\a0"/"";}
-.asserts.sd td:nth-child(3),.asserts.sd td:nth-child(n+5):not(:nth-child(6)),.asserts.code td:nth-child(n+3){font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.86em;}
+.asserts.sd td:nth-child(3),.asserts.sd td:nth-child(n+5):not(:nth-child(6)),.asserts.code td:nth-child(n+3){font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.86em;overflow-wrap:anywhere;}
 .asserts.sd td:nth-child(7){min-width:10em;}
 .asserts td:last-child{white-space:nowrap;overflow-wrap:normal;}
 svg.bar{display:block;width:100%;height:18px;margin:12px 0 0;border-radius:4px;background:var(--soft);}

@@ -38,15 +38,15 @@ if (!fs.existsSync(qendor)) die(qendor + ' is missing: build qendor first');
 // Per language: the -language value, the lang attribute and words the page
 // must show.
 const LANGUAGES = [
-  {code: 'ENU', lang: 'en', problems: 'Problems', passed: 'Passed', notTerminated: 'Not terminated',
+  {code: 'ENU', failed: 'Failed', lang: 'en', problems: 'Problems', passed: 'Passed', notTerminated: 'Not terminated',
    verdict: 'Result verification failed', search: 'Search'},
-  {code: 'CHS', lang: 'zh-CN', problems: '问题', passed: '通过', notTerminated: '未终止',
+  {code: 'CHS', failed: '失败', lang: 'zh-CN', problems: '问题', passed: '通过', notTerminated: '未终止',
    verdict: '结果验证失败', search: '搜索'},
-  {code: 'CHT', lang: 'zh-TW', problems: '問題', passed: '通過', notTerminated: '未終止',
+  {code: 'CHT', failed: '失敗', lang: 'zh-TW', problems: '問題', passed: '通過', notTerminated: '未終止',
    verdict: '結果驗證失敗', search: '搜尋'},
-  {code: 'KOR', lang: 'ko', problems: '문제', passed: '통과', notTerminated: '종료되지 않음',
+  {code: 'KOR', failed: '실패', lang: 'ko', problems: '문제', passed: '통과', notTerminated: '종료되지 않음',
    verdict: '결과 검증 실패', search: '검색'},
-  {code: 'JPN', lang: 'ja', problems: '問題', passed: '合格', notTerminated: '未終了',
+  {code: 'JPN', failed: '不合格', lang: 'ja', problems: '問題', passed: '合格', notTerminated: '未終了',
    verdict: '結果検証に失敗しました', search: '検索'},
 ];
 
@@ -137,6 +137,14 @@ async function scripted(context, L, out, shots) {
   equal(L.code + ': problems open, passed closed',
         ['PayWithCoupon', 'CancelOrder', 'ApplyVoucher', 'PaymentTimeout'],
         await page.$$eval('details.case[open]', (d) => d.map((x) => x.id.slice(3))));
+  // Assertion rows show their status as word, symbol and colour, each row
+  // by its own status (not by its test case's).
+  equal(L.code + ': assertion status colours and symbols',
+        ['rgb(15, 107, 58) \u2714', 'rgb(15, 107, 58) \u2714', 'rgb(176, 28, 12) \u2718', 'rgb(15, 107, 58) \u2714'],
+        await page.$$eval('#tc-ApplyVoucher table.asserts tbody td:nth-child(2)', (tds) => tds.map((td) =>
+          getComputedStyle(td).color + ' ' + getComputedStyle(td, '::before').content.charAt(1))));
+  equal(L.code + ': assertion status words', [L.passed, L.passed, L.failed, L.passed],
+        await page.$$eval('#tc-ApplyVoucher table.asserts tbody td:nth-child(2)', (tds) => tds.map((td) => td.textContent)));
   check(L.code + ': images load', await page.$eval('#tc-PlaceOrder img', (i) => { i.closest('details').open = true; return true; }));
   await page.waitForFunction(() => Array.from(document.images).every((i) => i.complete));
   equal(L.code + ': images have a size', [true, true],
