@@ -206,7 +206,7 @@ void writeSdSummary(CaseWalk& walk, xmlNode* container, const ImagePath& resultI
   setAttribute(sdResult, "coverage", coverage);
   setAttribute(sdResult, "value", value);
   setAttribute(sdResult, "max", max);
-  // The result image is "SDs", not "UsedSD" as the specification image is.
+  // The result image is "SDs", not "UsedSD" as the diagram image of the model is.
   if (imageExists(resultImage))
     setAttribute(addElement(sdResult, "SDs"), "img", resultImage.relative);
 }

@@ -56,7 +56,7 @@
     <l:s k="cov.value">已达步骤</l:s>
     <l:s k="cov.max">总步骤</l:s>
     <l:s k="cov.coverage">覆盖率</l:s>
-    <l:s k="img.spec">规格图</l:s>
+    <l:s k="img.model">规格图</l:s>
     <l:s k="img.result">结果图</l:s>
     <l:s k="none.cases">此测试上下文不包含测试用例。</l:s>
     <l:s k="none.assertions">此测试用例没有记录任何断言。</l:s>

@@ -56,7 +56,7 @@
     <l:s k="cov.value">已達步驟</l:s>
     <l:s k="cov.max">總步驟</l:s>
     <l:s k="cov.coverage">覆蓋率</l:s>
-    <l:s k="img.spec">規格圖</l:s>
+    <l:s k="img.model">規格圖</l:s>
     <l:s k="img.result">結果圖</l:s>
     <l:s k="none.cases">此測試上下文不包含測試案例。</l:s>
     <l:s k="none.assertions">此測試案例沒有記錄任何斷言。</l:s>

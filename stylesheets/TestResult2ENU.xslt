@@ -56,7 +56,7 @@
     <l:s k="cov.value">Steps reached</l:s>
     <l:s k="cov.max">Steps in total</l:s>
     <l:s k="cov.coverage">Coverage</l:s>
-    <l:s k="img.spec">Specified diagram</l:s>
+    <l:s k="img.model">Specified diagram</l:s>
     <l:s k="img.result">Result diagram</l:s>
     <l:s k="none.cases">This test context has no test cases.</l:s>
     <l:s k="none.assertions">No assertions were recorded for this test case.</l:s>

@@ -56,7 +56,7 @@
     <l:s k="cov.value">到達ステップ</l:s>
     <l:s k="cov.max">総ステップ数</l:s>
     <l:s k="cov.coverage">カバレッジ</l:s>
-    <l:s k="img.spec">仕様図</l:s>
+    <l:s k="img.model">仕様図</l:s>
     <l:s k="img.result">結果図</l:s>
     <l:s k="none.cases">このテストコンテキストにはテストケースがありません。</l:s>
     <l:s k="none.assertions">このテストケースにはアサーションが記録されていません。</l:s>

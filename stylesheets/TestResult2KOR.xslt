@@ -56,7 +56,7 @@
     <l:s k="cov.value">도달한 단계</l:s>
     <l:s k="cov.max">전체 단계</l:s>
     <l:s k="cov.coverage">커버리지</l:s>
-    <l:s k="img.spec">명세 다이어그램</l:s>
+    <l:s k="img.model">명세 다이어그램</l:s>
     <l:s k="img.result">결과 다이어그램</l:s>
     <l:s k="none.cases">이 테스트 컨텍스트에는 테스트 케이스가 없습니다.</l:s>
     <l:s k="none.assertions">이 테스트 케이스에 기록된 어설션이 없습니다.</l:s>

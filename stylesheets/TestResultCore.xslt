@@ -699,7 +699,7 @@
     <xsl:if test="UsedSDs/UsedSD or SDSummaryInfo/SDResults/SDResult/SDs">
       <div class="images">
         <xsl:for-each select="UsedSDs/UsedSD">
-          <xsl:call-template name="image"><xsl:with-param name="k" select="'img.spec'"/></xsl:call-template>
+          <xsl:call-template name="image"><xsl:with-param name="k" select="'img.model'"/></xsl:call-template>
         </xsl:for-each>
         <xsl:for-each select="SDSummaryInfo/SDResults/SDResult/SDs">
           <xsl:call-template name="image"><xsl:with-param name="k" select="'img.result'"/></xsl:call-template>

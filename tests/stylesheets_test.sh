@@ -190,7 +190,7 @@ for code in $langs; do
         check "$what: message escaped" has "$html" 'Cart &lt;3 items&gt; &amp; "gift" wrap'
         check "$what: GUID as it stands" has "$html" 'GUID 1b4e28ba-2fa1-11d2-883f-0016d3cca427'
         check "$what: out number as it stands" has "$html" '2 - [Arbiter ASSERT: internal]'
-        check "$what: specification image linked" has "$html" 'src="spec_jpegs/PlaceOrder.jpg"'
+        check "$what: diagram image of the model linked" has "$html" 'src="spec_jpegs/PlaceOrder.jpg"'
         check "$what: result image linked" has "$html" 'href="result_jpegs/PlaceOrder.jpg"'
         check "$what: sequence diagram name" has "$html" 'SdPlaceOrder'
         check "$what: coverage meter" has "$html" 'role="meter" aria-valuemin="0" aria-valuemax="100" aria-valuenow="100"'
