@@ -2,11 +2,6 @@
 // status and the files it leaves behind.
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <regex>
 #include <string>
@@ -16,56 +11,12 @@
 
 #include "tests/test_support.h"
 
-extern char** environ;
-
 namespace qendor {
 namespace {
 
 namespace fs = std::filesystem;
 
-struct Outcome {
-  std::string out;
-  std::string err;
-  int status = -1;
-};
-
-// Runs `program` with `args` in `workDir` under a fixed environment.
-Outcome runProgram(const std::string& program, const std::vector<std::string>& args,
-                   const std::string& workDir, const std::string& path = "/usr/bin:/bin") {
-  test::TempDir capture;
-  std::string outFile = capture.file("stdout"), errFile = capture.file("stderr");
-  std::vector<std::string> env = {"PATH=" + path, "USERNAME=tester", "HOSTNAME=testhost",
-                                  "TZ=UTC", "LC_ALL=C"};
-  std::vector<char*> argv, envp;
-  std::vector<std::string> words = args;
-  words.insert(words.begin(), program);
-  for (std::string& w : words) argv.push_back(w.data());
-  argv.push_back(nullptr);
-  for (std::string& e : env) envp.push_back(e.data());
-  envp.push_back(nullptr);
-
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 1, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                   0644);
-  posix_spawn_file_actions_addopen(&actions, 2, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                   0644);
-  // Run inside workDir: relative paths in the arguments are relative to it.
-  std::string previous = fs::current_path().string();
-  fs::current_path(workDir);
-  pid_t pid = 0;
-  int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
-  fs::current_path(previous);
-  posix_spawn_file_actions_destroy(&actions);
-  Outcome outcome;
-  if (spawned != 0) return outcome;
-  int wstatus = 0;
-  waitpid(pid, &wstatus, 0);
-  outcome.status = WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : 128 + WTERMSIG(wstatus);
-  outcome.out = test::readFile(outFile);
-  outcome.err = test::readFile(errFile);
-  return outcome;
-}
+using Outcome = test::ProgramOutcome;
 
 // A scenario folder copied into a fresh temporary folder, with the program
 // and its stylesheets beside it.
@@ -79,7 +30,7 @@ class Scenario {
   std::string path(const std::string& name) const { return dir_.file(name); }
 
   Outcome run(const std::vector<std::string>& args, const std::string& envPath = "/usr/bin:/bin") {
-    return runProgram(QENDOR_BINARY, args, dir_.path(), envPath);
+    return test::runProgram(QENDOR_BINARY, args, dir_.path(), envPath);
   }
 
  private:
@@ -93,18 +44,11 @@ std::string maskedXml(const std::string& path) {
 }
 
 bool wellFormed(const std::string& path) {
-  xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR |
-                                                       XML_PARSE_NOWARNING);
+  xmlDoc* doc =
+      xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
   if (!doc) return false;
   xmlFreeDoc(doc);
   return true;
-}
-
-std::vector<std::string> filesIn(const std::string& dir) {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(dir)) names.push_back(entry.path().filename());
-  std::sort(names.begin(), names.end());
-  return names;
 }
 
 const char kUsage[] =
@@ -112,14 +56,14 @@ const char kUsage[] =
     "[-tcontext <testContext> | -tcase <testCase>] [- language <ENU | CHS | CHT | KOR | JPN>]\n";
 
 std::vector<std::string> shopArgs(const std::string& which, const std::string& name) {
-  return {"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory", "out", which,
-          name};
+  return {"-infofile",     "shop.info", "-resultfile", "results.log",
+          "-outdirectory", "out",       which,         name};
 }
 
 TEST(EndToEnd, IncompleteCommandLinePrintsUsage) {
   Scenario s("shop");
-  Outcome o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory",
-                     "out"});
+  Outcome o =
+      s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory", "out"});
   EXPECT_EQ(o.out, kUsage);
   EXPECT_EQ(o.status, 20);
   o = s.run({});
@@ -160,8 +104,10 @@ TEST(EndToEnd, StatusOfEachTestCase) {
     const char* name;
     int status;
   };
-  const Case cases[] = {{"Pkg.Ctx.SdPass", 0},  {"Pkg.Ctx.CodeFail", 10},
-                        {"Pkg.Ctx.Missing", 11}, {"Pkg.Ctx.Undef", 12},
+  const Case cases[] = {{"Pkg.Ctx.SdPass", 0},
+                        {"Pkg.Ctx.CodeFail", 10},
+                        {"Pkg.Ctx.Missing", 11},
+                        {"Pkg.Ctx.Undef", 12},
                         {"Pkg.Ctx.NoEnd", 13}};
   for (const Case& c : cases) {
     Scenario s("shop");
@@ -179,15 +125,13 @@ TEST(EndToEnd, ContextWritesEveryMemberThenItself) {
   Outcome o = s.run(shopArgs("-tcontext", "Pkg.Ctx"));
   EXPECT_EQ(o.out, "");
   EXPECT_EQ(o.status, 10);
-  EXPECT_EQ(filesIn(s.path("out")),
+  EXPECT_EQ(test::filesIn(s.path("out")),
             (std::vector<std::string>{"CodeFail.html", "CodeFail.ver", "CodeFail.xml", "Ctx.html",
                                       "Ctx.xml", "Elsewhere.ver", "Missing.html", "Missing.xml",
                                       "NoEnd.html", "NoEnd.xml", "SdPass.html", "SdPass.ver",
                                       "SdPass.xml", "Undef.html", "Undef.ver", "Undef.xml"}));
-  EXPECT_EQ(maskedXml(s.path("out/Ctx.xml")),
-            test::readFile(s.path("expected/Ctx.xml")));
-  EXPECT_EQ(maskedXml(s.path("out/SdPass.xml")),
-            test::readFile(s.path("expected/SdPass.xml")));
+  EXPECT_EQ(maskedXml(s.path("out/Ctx.xml")), test::readFile(s.path("expected/Ctx.xml")));
+  EXPECT_EQ(maskedXml(s.path("out/SdPass.xml")), test::readFile(s.path("expected/SdPass.xml")));
 }
 
 TEST(EndToEnd, EmptyContextIsUndefined) {
@@ -204,8 +148,8 @@ TEST(EndToEnd, MissingOutputDirectoryIsCreatedOnce) {
                      "fresh", "-tcase", "Pkg.Ctx.Missing"});
   EXPECT_EQ(o.status, 11);
   EXPECT_TRUE(wellFormed(s.path("fresh/Missing.xml")));
-  o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory",
-             "no/parent", "-tcase", "Pkg.Ctx.Missing"});
+  o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory", "no/parent",
+             "-tcase", "Pkg.Ctx.Missing"});
   EXPECT_EQ(o.out, "");
   EXPECT_EQ(o.status, 25);
   EXPECT_FALSE(test::fileExists(s.path("no")));
@@ -265,8 +209,8 @@ TEST(EndToEnd, ShellMetacharactersInPathsRunNothing) {
   const std::string weirdOnDisk = "out $(touch pwned) `touch pwned2`; | 'q' ";
   fs::create_directories(s.path(weirdOnDisk));
   fs::copy(s.path("out/SdPass.ver"), s.path(weirdOnDisk + "/SdPass.ver"));
-  Outcome o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory",
-                     weird, "-tcase", "Pkg.Ctx.SdPass"});
+  Outcome o = s.run({"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory", weird,
+                     "-tcase", "Pkg.Ctx.SdPass"});
   EXPECT_EQ(o.out, "");
   EXPECT_EQ(o.status, 0);
   EXPECT_TRUE(wellFormed(s.path(weirdOnDisk + "/SdPass.xml")));

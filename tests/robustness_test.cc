@@ -4,11 +4,8 @@
 // and start nothing but xsltproc.
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <libxml/parser.h>
-#include <spawn.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -22,8 +19,6 @@
 
 #include "tests/test_support.h"
 
-extern char** environ;
-
 namespace qendor {
 namespace {
 
@@ -32,48 +27,12 @@ namespace fs = std::filesystem;
 // Every exit status the program documents.
 const std::set<int> kDocumentedStatuses = {0, 10, 11, 12, 13, 20, 21, 22, 24, 25, 30};
 
-struct Outcome {
-  std::string out;
-  std::string err;
-  int status = -1;
-};
+using Outcome = test::ProgramOutcome;
 
 // Runs the program with `args` inside `workDir` under a fixed environment.
 Outcome runQendor(const std::vector<std::string>& args, const std::string& workDir,
                   const std::string& path = "/usr/bin:/bin") {
-  test::TempDir capture;
-  const std::string outFile = capture.file("stdout"), errFile = capture.file("stderr");
-  std::vector<std::string> env = {"PATH=" + path, "USERNAME=tester", "HOSTNAME=testhost", "TZ=UTC",
-                                  "LC_ALL=C"};
-  std::vector<std::string> words = args;
-  words.insert(words.begin(), QENDOR_BINARY);
-  std::vector<char*> argv, envp;
-  for (std::string& w : words) argv.push_back(w.data());
-  argv.push_back(nullptr);
-  for (std::string& e : env) envp.push_back(e.data());
-  envp.push_back(nullptr);
-
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 1, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                   0644);
-  posix_spawn_file_actions_addopen(&actions, 2, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                   0644);
-  const fs::path previous = fs::current_path();
-  fs::current_path(workDir);
-  pid_t pid = 0;
-  const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
-  fs::current_path(previous);
-  posix_spawn_file_actions_destroy(&actions);
-  Outcome outcome;
-  if (spawned != 0) return outcome;
-  int wstatus = 0;
-  while (waitpid(pid, &wstatus, 0) < 0) {
-  }
-  outcome.status = WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : 128 + WTERMSIG(wstatus);
-  outcome.out = test::readFile(outFile);
-  outcome.err = test::readFile(errFile);
-  return outcome;
+  return test::runProgram(QENDOR_BINARY, args, workDir, path);
 }
 
 std::vector<std::string> args(const std::string& info, const std::string& result,
@@ -91,18 +50,11 @@ bool wellFormed(const std::string& path) {
   return true;
 }
 
-std::vector<std::string> filesIn(const std::string& dir) {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(dir)) names.push_back(entry.path().filename());
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 // Every XML file in `dir` is well-formed and, when `withHtml`, has its HTML
 // file beside it. Returns how many XML files there are.
 size_t checkReports(const std::string& dir, bool withHtml) {
   size_t count = 0;
-  for (const std::string& name : filesIn(dir)) {
+  for (const std::string& name : test::filesIn(dir)) {
     if (name.size() < 4 || name.compare(name.size() - 4, 4, ".xml") != 0) continue;
     ++count;
     const std::string stem = dir + "/" + name.substr(0, name.size() - 4);
@@ -264,7 +216,7 @@ TEST(Robustness, HundredThousandTestCasesOfOneRecordEach) {
   EXPECT_EQ(o.out, "");
   EXPECT_EQ(o.status, 13);
   EXPECT_EQ(o.err, "");
-  EXPECT_EQ(filesIn(w.path("out")), (std::vector<std::string>{"C99999.html", "C99999.xml"}));
+  EXPECT_EQ(test::filesIn(w.path("out")), (std::vector<std::string>{"C99999.html", "C99999.xml"}));
   EXPECT_EQ(checkReports(w.path("out"), true), 1u);
   EXPECT_EQ(rootAttribute(w.path("out/C99999.xml"), "fullname"), "Pkg.G999.C99999");
   // One context of a hundred of them: one document each and one for the
@@ -339,7 +291,7 @@ TEST(Robustness, UnreadableFiles) {
   Outcome o = w.run(args("dangling.info", "run.log", "out", "-tcontext", "Pkg.Ctx"));
   EXPECT_EQ(o.out, "infofile <dangling.info> could not be read correctly.\n");
   EXPECT_EQ(o.status, 21);
-  EXPECT_EQ(filesIn(w.path("out")), std::vector<std::string>{});
+  EXPECT_EQ(test::filesIn(w.path("out")), std::vector<std::string>{});
   o = w.run(args("run.info", "dangling.log", "out", "-tcontext", "Pkg.Ctx"));
   EXPECT_EQ(o.out, "resultfile <dangling.log> could not be read correctly.\n");
   EXPECT_EQ(o.status, 24);
@@ -410,7 +362,7 @@ TEST(Robustness, NoEmptyXmlFileAfterAnUnexpectedError) {
   w.write("out/Sd.ver", "SD_TEST\nBREAK_END\n");
   const Outcome o = w.run(args("run.info", "run.log", "out", "-tcase", "Pkg.Ctx.Sd"));
   EXPECT_EQ(o.status, 30);
-  EXPECT_EQ(filesIn(w.path("out")), std::vector<std::string>{"Sd.ver"});
+  EXPECT_EQ(test::filesIn(w.path("out")), std::vector<std::string>{"Sd.ver"});
 }
 
 // ---------------------------------------------------------------------------
@@ -459,7 +411,7 @@ TEST(Robustness, HtmlReportsLandUnderNamesWithPercentEscapes) {
   w.write("run.log", contextLog({"Case%41", "P%2Fq"}));
   const Outcome o = w.run(args("run.info", "run.log", "out", "-tcontext", "Pkg.Ctx"));
   EXPECT_EQ(o.status, 0);
-  EXPECT_EQ(filesIn(w.path("out")),
+  EXPECT_EQ(test::filesIn(w.path("out")),
             (std::vector<std::string>{"Case%41.html", "Case%41.xml", "Ctx.html", "Ctx.xml",
                                       "P%2Fq.html", "P%2Fq.xml"}));
 }
@@ -481,7 +433,7 @@ TEST(Robustness, ShellMetacharactersInNamesRunNothingButXsltproc) {
   EXPECT_EQ(o.status, 0);
   EXPECT_EQ(o.out, "");
   EXPECT_EQ(o.err, "");
-  EXPECT_EQ(filesIn(w.path(outDir)),
+  EXPECT_EQ(test::filesIn(w.path(outDir)),
             (std::vector<std::string>{
                 "Ctx.html", "Ctx.xml", "a$(touch${IFS}m1).html", "a$(touch${IFS}m1).xml",
                 "b`touch${IFS}m2`.html", "b`touch${IFS}m2`.xml", "c;touch${IFS}m3.html",

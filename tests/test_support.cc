@@ -5,7 +5,13 @@
 #include <sstream>
 #include <stdexcept>
 
+#include <fcntl.h>
+#include <spawn.h>
 #include <stdlib.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cerrno>
 
 namespace qendor {
 namespace test {
@@ -23,7 +29,9 @@ TempDir::~TempDir() {
   fs::remove_all(path_, ignored);
 }
 
-std::string TempDir::file(const std::string& name) const { return path_ + "/" + name; }
+std::string TempDir::file(const std::string& name) const {
+  return path_ + "/" + name;
+}
 
 std::string TempDir::write(const std::string& name, const std::string& content) const {
   std::string path = file(name);
@@ -43,6 +51,51 @@ std::string readFile(const std::string& path) {
 bool fileExists(const std::string& path) {
   std::error_code ignored;
   return fs::exists(path, ignored);
+}
+
+std::vector<std::string> filesIn(const std::string& dir) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(dir)) names.push_back(entry.path().filename());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+ProgramOutcome runProgram(const std::string& program, const std::vector<std::string>& args,
+                          const std::string& workDir, const std::string& path) {
+  TempDir capture;
+  const std::string outFile = capture.file("stdout"), errFile = capture.file("stderr");
+  std::vector<std::string> env = {"PATH=" + path, "USERNAME=tester", "HOSTNAME=testhost", "TZ=UTC",
+                                  "LC_ALL=C"};
+  std::vector<std::string> words = args;
+  words.insert(words.begin(), program);
+  std::vector<char*> argv, envp;
+  for (std::string& w : words) argv.push_back(w.data());
+  argv.push_back(nullptr);
+  for (std::string& e : env) envp.push_back(e.data());
+  envp.push_back(nullptr);
+
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, 1, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                   0644);
+  posix_spawn_file_actions_addopen(&actions, 2, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                   0644);
+  // Relative paths in the arguments are relative to workDir.
+  const fs::path previous = fs::current_path();
+  fs::current_path(workDir);
+  pid_t pid = 0;
+  const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
+  fs::current_path(previous);
+  posix_spawn_file_actions_destroy(&actions);
+  ProgramOutcome outcome;
+  if (spawned != 0) return outcome;
+  int wstatus = 0;
+  while (waitpid(pid, &wstatus, 0) < 0 && errno == EINTR) {
+  }
+  outcome.status = WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : 128 + WTERMSIG(wstatus);
+  outcome.out = readFile(outFile);
+  outcome.err = readFile(errFile);
+  return outcome;
 }
 
 }  // namespace test

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace qendor {
 namespace test {
@@ -28,6 +29,21 @@ class TempDir {
 std::string readFile(const std::string& path);
 
 bool fileExists(const std::string& path);
+
+// The names in a folder, sorted.
+std::vector<std::string> filesIn(const std::string& dir);
+
+struct ProgramOutcome {
+  std::string out;
+  std::string err;
+  int status = -1;  // exit status; 128 + signal when killed; -1 when not started
+};
+
+// Runs `program` with `args` inside `workDir`, under a fixed environment
+// (PATH = `path`, USERNAME, HOSTNAME, TZ=UTC, LC_ALL=C), and keeps what it
+// wrote on standard output and standard error.
+ProgramOutcome runProgram(const std::string& program, const std::vector<std::string>& args,
+                          const std::string& workDir, const std::string& path = "/usr/bin:/bin");
 
 }  // namespace test
 }  // namespace qendor
