@@ -44,22 +44,22 @@ TEST_F(CommandLine, FourOptionsInAnyOrder) {
 }
 
 TEST_F(CommandLine, EmptyContextWithoutCaseIsIncomplete) {
-  EXPECT_FALSE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
-                      "-tcontext", ""}));
+  EXPECT_FALSE(parse(
+      {"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcontext", ""}));
 }
 
 TEST_F(CommandLine, UnknownLanguageKeepsEnu) {
-  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
-                     "-tcase", "A.B", "-language", "XYZ"}));
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-language", "XYZ"}));
   EXPECT_EQ(run().reportLanguage, 1);
 }
 
 TEST_F(CommandLine, LastLanguageWins) {
-  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
-                     "-tcase", "A.B", "-language", "CHS", "-language", "KOR"}));
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-language", "CHS", "-language", "KOR"}));
   EXPECT_EQ(run().reportLanguage, 4);
-  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
-                     "-tcase", "A.B", "-language", "JPN", "-language", "ENU"}));
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-language", "JPN", "-language", "ENU"}));
   EXPECT_EQ(run().reportLanguage, 1);
 }
 
@@ -77,11 +77,11 @@ TEST_F(CommandLine, RepeatedOptionOverwrites) {
 }
 
 TEST_F(CommandLine, OptionStandingLastIsNotGiven) {
-  EXPECT_FALSE(parse({"qendor", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B",
-                      "x", "-infofile"}));
+  EXPECT_FALSE(parse(
+      {"qendor", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B", "x", "-infofile"}));
   EXPECT_EQ(run().infoFile, nullptr);
-  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
-                     "-tcase", "A.B", "-infofile"}));
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-infofile"}));
   EXPECT_STREQ(run().infoFile, "i");  // the earlier value stays
 }
 

@@ -1,8 +1,10 @@
 #include "report/result_document.h"
 
 #include <gtest/gtest.h>
+
 #include <libxml/tree.h>
 #include <stdlib.h>
+#include "tests/xml_dump.h"
 
 #include <memory>
 #include <optional>
@@ -18,14 +20,7 @@
 namespace qendor {
 namespace {
 
-std::string dumpNode(xmlNode* node) {
-  xmlBuffer* buffer = xmlBufferCreate();
-  xmlNodeDump(buffer, nullptr, node, 0, 0);
-  std::string text(reinterpret_cast<const char*>(xmlBufferContent(buffer)),
-                   xmlBufferLength(buffer));
-  xmlBufferFree(buffer);
-  return text;
-}
+using test::dumpNode;
 
 // The tree as text without the "time" value, which changes from run to run.
 std::string dumpWithoutTime(xmlNode* node) {

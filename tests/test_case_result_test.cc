@@ -1,7 +1,9 @@
 #include "report/test_case_result.h"
 
 #include <gtest/gtest.h>
+
 #include <libxml/tree.h>
+#include "tests/xml_dump.h"
 
 #include <memory>
 #include <stdexcept>
@@ -15,15 +17,7 @@
 namespace qendor {
 namespace {
 
-std::string dumpNode(xmlNode* node) {
-  if (!node) return "(null)";
-  xmlBuffer* buffer = xmlBufferCreate();
-  xmlNodeDump(buffer, nullptr, node, 0, 0);
-  std::string text(reinterpret_cast<const char*>(xmlBufferContent(buffer)),
-                   xmlBufferLength(buffer));
-  xmlBufferFree(buffer);
-  return text;
-}
+using test::dumpNode;
 
 AssertionRecord record(std::string text, std::string status = "PASSED", std::string detail = "",
                        std::string fileNumber = "1", std::string lineNumber = "10") {

@@ -41,8 +41,8 @@ TEST(ReadInt32, ReadsLikeStrtolAndWrapsToThirtyTwoBits) {
       {"2147483648", -2147483647 - 1},
       {"4294967297", 1},
       {"-2147483649", 2147483647},
-      {"99999999999999999999", -1},   // clamps to LONG_MAX, whose low 32 bits are all set
-      {"-99999999999999999999", 0},   // clamps to LONG_MIN, whose low 32 bits are clear
+      {"99999999999999999999", -1},  // clamps to LONG_MAX, whose low 32 bits are all set
+      {"-99999999999999999999", 0},  // clamps to LONG_MIN, whose low 32 bits are clear
       {"9223372036854775807", -1},
       {"-9223372036854775808", 0},
   };

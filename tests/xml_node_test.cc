@@ -1,7 +1,9 @@
 #include "report/xml_node.h"
 
 #include <gtest/gtest.h>
+
 #include <libxml/tree.h>
+#include "tests/xml_dump.h"
 
 #include <libxml/parser.h>
 #include <libxml/xmlsave.h>
@@ -12,14 +14,7 @@
 namespace qendor {
 namespace {
 
-std::string dumpNode(xmlNode* node) {
-  xmlBuffer* buffer = xmlBufferCreate();
-  xmlNodeDump(buffer, nullptr, node, 0, 0);
-  std::string text(reinterpret_cast<const char*>(xmlBufferContent(buffer)),
-                   xmlBufferLength(buffer));
-  xmlBufferFree(buffer);
-  return text;
-}
+using test::dumpNode;
 
 TEST(XmlNodeTest, NewElementHasNoNamespaceAndNoParent) {
   XmlNodePtr element(newElement("TestResult"));
