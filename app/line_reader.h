@@ -1,7 +1,7 @@
 // Reads a text file line by line up to each line feed, fast on huge files.
 #pragma once
 
-#include <cstdio>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,7 +17,7 @@ class LineReader {
   LineReader(const LineReader&) = delete;
   LineReader& operator=(const LineReader&) = delete;
 
-  bool isOpen() const { return file_ != nullptr; }
+  bool isOpen() const { return fd_ >= 0; }
 
   // The next line without its line feed; nothing else is trimmed (a carriage
   // return stays). A last line without a line feed is returned too, unless it
@@ -28,7 +28,8 @@ class LineReader {
  private:
   bool fill();
 
-  FILE* file_ = nullptr;
+  int fd_ = -1;
+  size_t firstChunk_ = 0;           // the first buffer: the file's size, within bounds
   std::unique_ptr<char[]> buffer_;  // not zero-filled: only read text is looked at
   size_t capacity_ = 0;
   size_t begin_ = 0;  // start of the unread text in buffer_

@@ -48,17 +48,18 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
   }
 
   int resultCode = 25;
-  XmlNodePtr root;
   try {
-    root.reset(number < 1 ? buildTestContextDocument(resultCode)
-                          : buildTestCaseDocument(number, resultCode));
+    if (number < 1) {
+      buildTestContextDocument(resultCode).save(xmlPath);
+    } else {
+      XmlNodePtr root(buildTestCaseDocument(number, resultCode));
+      saveXmlDocument(root.get(), xmlPath);
+    }
   } catch (...) {
     // The run ends with an unexpected error; leave no empty report behind.
     std::remove(xmlPath.c_str());
     throw;
   }
-  saveXmlDocument(root.get(), xmlPath);
-  root.reset();
 
   if (!renders.start(xmlPath, htmlPath)) {
     renders.waitForPath(normalisePathCopy(htmlPath.c_str()));

@@ -2,8 +2,9 @@
 
 #include <fcntl.h>
 #include <libxml/xmlIO.h>
-#include <libxml/xmlsave.h>
 #include <spawn.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,23 +13,13 @@
 
 #include "app/paths.h"
 #include "app/run_settings.h"
+#include "report/xml_node.h"
 
 extern char** environ;
 
 namespace qendor {
 
 namespace {
-
-// Writes `doc` to the literal file `fileName` with indentation, byte for byte
-// what xmlSaveFormatFile with format 1 writes. Going through our own FILE
-// keeps libxml2 from reading "%XX" in the name as an escaped URI.
-void saveFormatted(xmlDoc* doc, const std::string& fileName) {
-  FILE* file = std::fopen(fileName.c_str(), "w");
-  if (!file) return;
-  xmlOutputBuffer* buffer = xmlOutputBufferCreateFile(file, nullptr);
-  if (buffer) xmlSaveFormatFileTo(buffer, doc, nullptr, 1);  // closes the buffer, not the file
-  std::fclose(file);
-}
 
 // Why a finished xsltproc did not produce its report; null when it did.
 const char* problemOf(int status) {
@@ -40,17 +31,25 @@ const char* problemOf(int status) {
 }
 
 // Copies what a child wrote to `errors` onto standard error and closes it.
-void replayErrors(FILE* errors) {
-  if (!errors) return;
-  std::fflush(stderr);
-  std::rewind(errors);
-  char buffer[4096];
-  size_t n;
-  while ((n = std::fread(buffer, 1, sizeof buffer, errors)) > 0) {
-    std::fwrite(buffer, 1, n, stderr);
+void replayErrors(int errors) {
+  if (errors < 0) return;
+  struct stat written;
+  if (fstat(errors, &written) == 0 && written.st_size > 0) {
+    std::fflush(stderr);
+    char buffer[4096];
+    off_t at = 0;
+    ssize_t n;
+    while ((n = pread(errors, buffer, sizeof buffer, at)) > 0) {
+      at += n;
+      for (ssize_t done = 0; done < n;) {
+        const ssize_t put = write(STDERR_FILENO, buffer + done, static_cast<size_t>(n - done));
+        if (put < 0 && errno == EINTR) continue;
+        if (put <= 0) break;
+        done += put;
+      }
+    }
   }
-  std::fflush(stderr);
-  std::fclose(errors);
+  close(errors);
 }
 
 }  // namespace
@@ -71,20 +70,12 @@ const char* stylesheetName(int reportLanguage) {
 }
 
 bool saveXmlDocument(xmlNode* root, const std::string& xmlPath) {
-  const std::string fileName = normalisePathCopy(xmlPath.c_str());
-  FILE* probe = std::fopen(fileName.c_str(), "w");
-  if (!probe) return false;
-  std::fclose(probe);
-
-  xmlDoc* doc = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
-  if (!doc) return true;
-  xmlDocSetRootElement(doc, root);
-  saveFormatted(doc, fileName);
-  // Hand the tree back free-standing: out of the document and no longer
-  // pointing at it, so that freeing the shell leaves the tree intact.
-  xmlUnlinkNode(root);
-  xmlSetTreeDoc(root, nullptr);
-  xmlFreeDoc(doc);
+  // Going through our own FILE keeps libxml2 from reading "%XX" in the name
+  // as an escaped URI.
+  FILE* file = std::fopen(normalisePathCopy(xmlPath.c_str()).c_str(), "w");
+  if (!file) return false;
+  writeFormattedDocument(root, xmlOutputBufferCreateFile(file, nullptr));
+  std::fclose(file);
   return true;
 }
 
@@ -134,13 +125,14 @@ bool HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath)
   render.throughStdout = html.find('%') != std::string::npos;
   char* stdoutArgv[] = {command.data(), sheet.data(), xml.data(), nullptr};
 
-  render.errors = std::tmpfile();
+  // In memory, and not inherited by the other renders' xsltproc.
+  render.errors = memfd_create("xsltproc-errors", MFD_CLOEXEC);
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_t* useActions = nullptr;
   if (posix_spawn_file_actions_init(&actions) == 0) {
     bool ready = true;
-    if (render.errors) {
-      ready = posix_spawn_file_actions_adddup2(&actions, fileno(render.errors), STDERR_FILENO) == 0;
+    if (render.errors >= 0) {
+      ready = posix_spawn_file_actions_adddup2(&actions, render.errors, STDERR_FILENO) == 0;
     }
     if (ready && render.throughStdout) {
       ready = posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, html.c_str(),

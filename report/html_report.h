@@ -54,7 +54,7 @@ class HtmlRenders {
     std::string xml;  // normalised paths
     std::string html;
     pid_t child = -1;            // -1 when xsltproc could not be started
-    FILE* errors = nullptr;      // its standard error, shown when finished
+    int errors = -1;             // its standard error, shown when finished
     bool throughStdout = false;  // the HTML is xsltproc's standard output
   };
   void finishOldest();

@@ -7,6 +7,7 @@
 
 #include "app/paths.h"
 #include "app/run_settings.h"
+#include "report/spooled_document.h"
 #include "report/test_case_result.h"
 #include "report/xml_node.h"
 
@@ -95,13 +96,14 @@ xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode) {
   return root.release();
 }
 
-xmlNode* buildTestContextDocument(int& resultCode) {
+SpooledDocument buildTestContextDocument(int& resultCode) {
   RunSettings& r = run();
   XmlNodePtr root(newElement("TestResult"));
   setAttribute(root.get(), "kind", "rk_testcontext");
   // A context is named after its last ":", a test case after its last ".".
   addResultHeader(root.get(), afterLast(r.testContextName, ':'), r.testContextName);
   xmlNode* contextResult = addElement(root.get(), "TestContextResult");
+  SpooledDocument document(std::move(root), contextResult);
 
   // Members are taken first: writing a test case may add table entries.
   std::vector<int32_t> members;
@@ -111,7 +113,14 @@ xmlNode* buildTestContextDocument(int& resultCode) {
   // Any status but "PASSED" is a failure, and one failure is for good.
   std::string contextStatus = "UNDEFINED";
   for (int32_t number : members) {
-    const std::string status = writeTestCaseResult(contextResult, number);
+    // Each test case is built on its own and spooled, so that the whole
+    // context never stands in memory as one tree.
+    XmlNodePtr scratch(newElement("TestContextResult"));
+    const std::string status = writeTestCaseResult(scratch.get(), number);
+    while (xmlNode* child = scratch->children) {
+      xmlUnlinkNode(child);
+      document.add(XmlNodePtr(child));
+    }
     if (status != "PASSED") {
       contextStatus = "FAILED";
     } else if (contextStatus != "FAILED") {
@@ -120,7 +129,7 @@ xmlNode* buildTestContextDocument(int& resultCode) {
   }
   setAttribute(contextResult, "status", contextStatus);
   resultCode = testCaseStatusCode(contextStatus);
-  return root.release();
+  return document;
 }
 
 }  // namespace qendor

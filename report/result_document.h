@@ -8,14 +8,17 @@
 #include <string>
 #include <string_view>
 
+#include "report/spooled_document.h"
+
 namespace qendor {
 
 // The document of one test case. Returns the unattached "TestResult" element,
 // owned by the caller; `resultCode` becomes the exit status it implies.
 xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode);
 
-// The document of the test context named by `run().testContextName`.
-xmlNode* buildTestContextDocument(int& resultCode);
+// The document of the test context named by `run().testContextName`, its
+// test case results spooled one by one.
+SpooledDocument buildTestContextDocument(int& resultCode);
 
 // Sets "time" on the header and appends "EnvironmentInfo" and
 // "ConfigurationInfo".

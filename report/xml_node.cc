@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <libxml/xmlsave.h>
+
 namespace qendor {
 
 namespace {
@@ -176,6 +178,22 @@ void setAttribute(xmlNode* node, const char* name, std::string_view value) {
   if (!copy) return;
   xmlSetProp(node, reinterpret_cast<const xmlChar*>(name), reinterpret_cast<const xmlChar*>(copy));
   std::free(copy);
+}
+
+void writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out) {
+  if (!out) return;
+  xmlDoc* doc = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
+  if (!doc) {
+    xmlOutputBufferClose(out);
+    return;
+  }
+  xmlDocSetRootElement(doc, root);
+  xmlSaveFormatFileTo(out, doc, nullptr, 1);
+  // Hand the tree back free-standing: out of the document and no longer
+  // pointing at it, so that freeing the shell leaves the tree intact.
+  xmlUnlinkNode(root);
+  xmlSetTreeDoc(root, nullptr);
+  xmlFreeDoc(doc);
 }
 
 }  // namespace qendor

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <libxml/tree.h>
+#include <libxml/xmlIO.h>
 
 #include <cstddef>
 #include <memory>
@@ -36,5 +37,11 @@ xmlNode* addElement(xmlNode* parent, const char* name);
 // U+FFFD. A value that would take more than kMaxSavedAttributeBytes in the
 // saved file is cut after the last whole character that fits.
 void setAttribute(xmlNode* node, const char* name, std::string_view value);
+
+// Writes the document whose top element is `root` to `out` as
+// xmlSaveFormatFileTo writes it: declaration, two-space indentation, every
+// character past ASCII as a character reference. Closes `out` (nothing is
+// written when it is null). The tree stays the caller's, unattached.
+void writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out);
 
 }  // namespace qendor

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <stdlib.h>
 #include "tests/xml_dump.h"
@@ -95,6 +96,17 @@ class ResultDocumentTest : public ::testing::Test {
     run().testCaseNames[number] = fullName;
     run().testCaseAssertions[number] = std::make_unique<AssertionList>(
         AssertionList{record("ZKR_ASSERT_TRUE(a)"), record(kFinish)});
+  }
+
+  // The context document as saved and read back, without indentation and
+  // without the time.
+  std::string contextDump(int& code) {
+    const std::string path = dir_.file("Context.xml");
+    EXPECT_TRUE(buildTestContextDocument(code).save(path));
+    xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NOBLANKS | XML_PARSE_NONET);
+    const std::string text = doc ? dumpWithoutTime(xmlDocGetRootElement(doc)) : "(unreadable)";
+    xmlFreeDoc(doc);
+    return text;
   }
 
   test::TempDir dir_;
@@ -198,8 +210,7 @@ TEST_F(ResultDocumentTest, ContextWithAnErrorFails) {
   addPassing(5, "Other.Ctx.Fourth");
   run().testContextName = "Pkg.Ctx";
   int code = -1;
-  XmlNodePtr root(buildTestContextDocument(code));
-  EXPECT_EQ(dumpWithoutTime(root.get()),
+  EXPECT_EQ(contextDump(code),
             std::string("<TestResult kind=\"rk_testcontext\"><ResultHeader name=\"Pkg.Ctx\" "
                         "fullname=\"Pkg.Ctx\">") +
                 kEnvironment + "</ResultHeader><TestContextResult status=\"FAILED\">" +
@@ -237,8 +248,7 @@ TEST_F(ResultDocumentTest, ContextStatusFold) {
       ++number;
     }
     int code = -1;
-    XmlNodePtr root(buildTestContextDocument(code));
-    const std::string xml = dumpWithoutTime(root.get());
+    const std::string xml = contextDump(code);
     EXPECT_NE(xml.find("<TestContextResult status=\"" + std::string(c.status) + "\""),
               std::string::npos)
         << xml;
@@ -250,8 +260,7 @@ TEST_F(ResultDocumentTest, ContextWithoutMembers) {
   addPassing(1, "Pkg.Other.A");
   run().testContextName = "Pkg.Ctx";
   int code = -1;
-  XmlNodePtr root(buildTestContextDocument(code));
-  EXPECT_EQ(dumpWithoutTime(root.get()),
+  EXPECT_EQ(contextDump(code),
             std::string("<TestResult kind=\"rk_testcontext\"><ResultHeader name=\"Pkg.Ctx\" "
                         "fullname=\"Pkg.Ctx\">") +
                 kEnvironment +
@@ -263,8 +272,7 @@ TEST_F(ResultDocumentTest, ContextNameIsAfterTheLastColon) {
   addPassing(1, "Lib::Pkg.Ctx.A");
   run().testContextName = "Lib::Pkg.Ctx";
   int code = -1;
-  XmlNodePtr root(buildTestContextDocument(code));
-  const std::string xml = dumpWithoutTime(root.get());
+  const std::string xml = contextDump(code);
   EXPECT_NE(xml.find("<ResultHeader name=\"Pkg.Ctx\" fullname=\"Lib::Pkg.Ctx\">"),
             std::string::npos)
       << xml;
