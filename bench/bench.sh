@@ -25,7 +25,7 @@ done
 command -v xsltproc >/dev/null || { echo "bench: xsltproc is missing" >&2; exit 1; }
 
 # Two logs of about 100 bytes per record, a tenth of one, and small cases.
-need_kb=$((records / 1000 * 230 + 300000))
+need_kb=$((records / 1000 * 230 + 360000))
 free_kb=$(df -Pk /tmp | awk 'NR == 2 { print $4 }')
 if [ "$free_kb" -lt "$need_kb" ]; then
   echo "bench: /tmp has ${free_kb} KB free, ${need_kb} KB are needed" >&2
@@ -38,6 +38,16 @@ trap 'rm -rf "$work"' EXIT INT TERM
 median3() {
   for run in 1 2 3; do "$measure" "$@"; done | sort -n | sed -n 2p
 }
+# Figures compared with each other are measured in turns, a run of each per
+# round, so that a neighbour's load on this shared machine weighs on both:
+# `measure_into FILE COMMAND...` adds one run to FILE, `median_of FILE` reads
+# the median back.
+measure_into() {
+  file=$1
+  shift
+  "$measure" "$@" >>"$file"
+}
+median_of() { sort -n "$1" | sed -n 2p; }
 seconds() { echo "$1" | cut -d' ' -f1; }
 kilobytes() { echo "$1" | cut -d' ' -f2; }
 
@@ -47,6 +57,10 @@ row() {
   verdict=$(awk -v r="$4" -v t="$5" 'BEGIN { print (r <= t) ? "PASS" : "MISS" }')
   [ "$verdict" = PASS ] || failures=$((failures + 1))
   printf '| %-44s | %10s | %10s | %6s | %6s | %-4s |\n' "$1" "$2" "$3" "$4" "<= $5" "$verdict"
+}
+# A figure without a target: what the machine itself gives.
+note() {
+  printf '| %-44s | %10s | %10s | %6s | %6s | %-4s |\n' "$1" "$2" "$3" "$4" "" ""
 }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", (b > 0) ? a / b : 0 }'; }
 
@@ -61,6 +75,10 @@ echo "bench: generating into $work" >&2
 "$generate" "$work/ctx" --cases 1000 --records 100 --files 10 --used-files 10 --steps 98
 "$generate" "$work/sd" --cases 1 --records 100002 --steps 100000 --pad 9
 "$generate" "$work/sd10" --cases 1 --records 10002 --steps 10000 --pad 9
+for kind in state flow; do
+  "$generate" "$work/$kind" --chart $kind --cases 1 --records 100002 --steps 50000
+  "$generate" "$work/${kind}10" --chart $kind --cases 1 --records 10002 --steps 5000
+done
 
 report_one() {  # DIR INFO: qendor -tcase on the small test case 1
   median3 sh -c "cd '$1' && exec '$qendor' -infofile $2 -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1"
@@ -99,20 +117,35 @@ row "10x the records (s) vs a tenth" "$(seconds "$full")" "$(seconds "$tenth")" 
 echo "bench: context of 1000 test cases x 100 records" >&2
 nopath=$work/empty-path
 mkdir "$nopath"
-context() {  # PATH for qendor
-  median3 sh -c "cd '$work/ctx' && PATH='$1' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx"
-}
-own=$(context "$nopath")
-# The XML files of that run, turned into HTML one after the other.
-median3 sh -c "cd '$work/ctx' && exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx" >/dev/null
 mkdir "$work/ctx/html"
-xslt=$(median3 sh -c "cd '$work/ctx/out' && for f in *.xml; do xsltproc -o ../html/\${f%.xml}.html '$sheet' \$f; done")
+run_context() {  # PATH for qendor
+  echo "cd '$work/ctx' && PATH='$1' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx"
+}
+# The XML files of the run before, turned into HTML one after the other.
+serial_xsltproc="cd '$work/ctx/out' && for f in *.xml; do xsltproc -o ../html/\${f%.xml}.html '$sheet' \$f; done"
+# The same renders in two streams at once, odd and even files: what running
+# xsltproc side by side gives on this machine at all.
+stream() {  # 0 or 1
+  echo "n=0; for f in *.xml; do n=\$((n + 1)); [ \$((n % 2)) -eq $1 ] || continue; xsltproc -o ../html/\${f%.xml}.html '$sheet' \$f; done"
+}
+two_streams="cd '$work/ctx/out' && { { $(stream 0); } & { $(stream 1); } & wait; }"
+for round in 1 2 3; do
+  measure_into "$work/own.txt" sh -c "$(run_context "$nopath")"
+  measure_into "$work/xslt.txt" sh -c "$serial_xsltproc"
+  measure_into "$work/two.txt" sh -c "$two_streams"
+  measure_into "$work/whole.txt" sh -c "$(run_context "$PATH")"
+done
+own=$(median_of "$work/own.txt")
+xslt=$(median_of "$work/xslt.txt")
+whole=$(median_of "$work/whole.txt")
 row "own work without xsltproc (s) vs xsltproc" "$(seconds "$own")" "$(seconds "$xslt")" \
   "$(ratio "$(seconds "$own")" "$(seconds "$xslt")")" 0.2
-whole=$(context "$PATH")
 serial=$(awk -v a="$(seconds "$own")" -v b="$(seconds "$xslt")" 'BEGIN { printf "%.4f", a + b }')
 row "whole run (s) vs own work + serial xsltproc" "$(seconds "$whole")" "$serial" \
   "$(ratio "$(seconds "$whole")" "$serial")" 0.75
+two=$(median_of "$work/two.txt")
+note "machine: xsltproc in two streams vs serial (s)" "$(seconds "$two")" "$(seconds "$xslt")" \
+  "$(ratio "$(seconds "$two")" "$(seconds "$xslt")")"
 echo "bench: sequence diagrams" >&2
 diagram() {  # DIR; a small stack proves that the depth does not grow
   median3 sh -c "ulimit -s 1024; cd '$1' && PATH='$nopath' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1"
@@ -124,6 +157,16 @@ row "1M-line diagram, 100k messages (s) vs a tenth" "$(seconds "$sd")" "$(second
 # Every message was accepted: the verification succeeded on the whole diagram.
 grep -q 'verificationResult="Result verification successful"' "$work/sd/out/T1.xml" ||
   { echo "bench: the long diagram was not verified" >&2; failures=$((failures + 1)); }
+
+echo "bench: charts" >&2
+for kind in state flow; do
+  chart=$(diagram "$work/$kind")
+  chart10=$(diagram "$work/${kind}10")
+  row "${kind}chart of 100k records, 100k messages vs a tenth" "$(seconds "$chart")" \
+    "$(seconds "$chart10")" "$(ratio "$(seconds "$chart")" "$(seconds "$chart10")")" 11
+  grep -q 'verificationResult="Result verification successful"' "$work/$kind/out/T1.xml" ||
+    { echo "bench: the long ${kind}chart was not verified" >&2; failures=$((failures + 1)); }
+done
 
 if [ "$failures" -ne 0 ]; then
   echo "bench: $failures figure(s) missed" >&2

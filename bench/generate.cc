@@ -12,11 +12,16 @@
 //     --steps P          messages of the diagram; records cycle through them
 //     --pad L            transparent marker lines before each message, so a
 //                        diagram has about P * (L + 1) lines
+//     --chart KIND       "state" or "flow": a statechart or flowchart test of
+//                        the full form instead of a sequence diagram
 //     --info NAME        write only the info file, under NAME
 //
 // Each diagram is one loop whose operand holds the P messages; the records
 // run through it as often as they last, so every test case passes when its
-// record count less two is a multiple of P.
+// record count less two is a multiple of P. A chart is a ring of P states,
+// each asserting its own step on entry, entered from a start state and left
+// for a top-level termination from the last state; the records run round
+// the ring in the same way.
 #include <sys/stat.h>
 #include <cstdio>
 #include <cstdlib>
@@ -35,6 +40,7 @@ struct Options {
   long usedFiles = 10;
   long steps = 100;
   long pad = 0;
+  std::string chart;  // empty for sequence diagrams
   std::string infoOnly;
 };
 
@@ -42,7 +48,7 @@ struct Options {
   std::fprintf(stderr,
                "usage: qendor_bench_generate DIR [--cases N] [--records M] "
                "[--first-records K] [--form full|short] [--files F] [--used-files U] "
-               "[--steps P] [--pad L] [--info NAME]\n");
+               "[--steps P] [--pad L] [--chart state|flow] [--info NAME]\n");
   std::exit(2);
 }
 
@@ -120,6 +126,54 @@ void writeDiagrams(const Options& o) {
   }
 }
 
+// One chart record: a state (`name` set) or a transition (`name` empty).
+void addState(std::string& text, const std::string& guid, const std::string& name, const char* type,
+              const std::string& entry, const std::string& out) {
+  text += "----------\nSTATE_NAME:\n" + name + "\nGUID:\n" + guid + "\nSTATE_TYPE:\n" + type +
+          "\nPARENT_NAME:\nROOT\nPARENT_GUID:\nROOT\n";
+  if (!entry.empty()) text += "STATE_ACTION_ENTRY:\n" + entry + "\n";
+  if (!out.empty()) text += "OUT_TRANSITIONS:\n" + out + "\n";
+}
+
+void addTransition(std::string& text, const std::string& guid, const std::string& target) {
+  text += "----------\nTRANSITION_NAME:\n" + guid + "\nGUID:\n" + guid + "\nTRANSITION_TARGET:\n" +
+          target + "\n";
+}
+
+std::string startAssertion(long testCase) {
+  return "ZKR_ASSERT_TRUE(\"Starting test case: T" + std::to_string(testCase) + "\");";
+}
+
+std::string stepAssertion(long p) {
+  return "ZKR_ASSERT_TRUE(step_" + std::to_string(p) + ");";
+}
+
+void writeCharts(const Options& o) {
+  mkdir((o.dir + "/out").c_str(), 0755);
+  // The ring and the end, the same for every test case.
+  std::string ring;
+  addTransition(ring, "t0", "s1");
+  for (long p = 1; p <= o.steps; ++p) {
+    const std::string id = std::to_string(p);
+    const bool last = p == o.steps;
+    addState(ring, "s" + id, "S" + id, "State", stepAssertion(p),
+             last ? "t" + id + "\nend" : "t" + id);
+    addTransition(ring, "t" + id, last ? "s1" : "s" + std::to_string(p + 1));
+  }
+  addTransition(ring, "end", "s_end");
+  addState(ring, "s_end", "End", "LocalTermination", "", "");
+  for (long i = 1; i <= o.cases; ++i) {
+    // The start state comes first, since the walk begins at the first
+    // record, and asserts the test case's own start.
+    std::string text = o.chart == "flow" ? "FLOWCHART_TEST\n" : "STATECHART_TEST\n";
+    addState(text, "s0", "Start", "State", startAssertion(i), "t0");
+    FILE* ver = create(o.dir + "/out/T" + std::to_string(i) + ".ver");
+    std::fwrite(text.data(), 1, text.size(), ver);
+    std::fwrite(ring.data(), 1, ring.size(), ver);
+    close(ver);
+  }
+}
+
 void writeLog(const Options& o) {
   FILE* log = create(o.dir + "/run.log");
   std::fprintf(log, "Test run started\n");
@@ -133,6 +187,9 @@ void writeLog(const Options& o) {
     const long k = i % used + 1;
     if (o.shortForm) {
       std::fprintf(log, "ASSERTION=%ld,1,%ld %s\n", fileNumber(o, k), i, words);
+    } else if (!o.chart.empty()) {
+      std::fprintf(log, "FULLASSERTION=src\\f%ld.c,1,%ld,-----%s\n", k, i,
+                   startAssertion(i).c_str());
     } else {
       std::fprintf(log,
                    "FULLASSERTION=src\\f%ld.c,1,%ld,-----ZKR_ASSERT_SD(\"D\", \"start\", "
@@ -145,6 +202,9 @@ void writeLog(const Options& o) {
       const int result = j % 97 == 96 ? 0 : 1;
       if (o.shortForm) {
         std::fprintf(log, "ASSERTION=%ld,%ld,%d %s\n", fileNumber(o, file), p + 2, result, words);
+      } else if (!o.chart.empty()) {
+        std::fprintf(log, "FULLASSERTION=src\\f%ld.c,%ld,%d,detail %ld-----%s\n", file, p + 2,
+                     result, j, stepAssertion(p).c_str());
       } else {
         std::fprintf(log,
                      "FULLASSERTION=src\\f%ld.c,%ld,%d,detail %ld-----ZKR_ASSERT_SD(\"D\", "
@@ -155,6 +215,11 @@ void writeLog(const Options& o) {
     }
     if (o.shortForm) {
       std::fprintf(log, "ASSERTION=%ld,2,1 %s\n", fileNumber(o, k), words);
+    } else if (!o.chart.empty()) {
+      std::fprintf(log,
+                   "FULLASSERTION=src\\f%ld.c,2,1,-----ZKR_ASSERT_TRUE(\"Finished test case: "
+                   "T%ld\");\n",
+                   k, i);
     } else {
       std::fprintf(log,
                    "FULLASSERTION=src\\f%ld.c,2,1,-----ZKR_ASSERT_SD(\"D\", \"end\", "
@@ -198,6 +263,9 @@ int main(int argc, char** argv) {
       o.steps = number(value);
     } else if (key == "--pad") {
       o.pad = number(value);
+    } else if (key == "--chart") {
+      o.chart = value;
+      if (o.chart != "state" && o.chart != "flow") usage();
     } else if (key == "--info") {
       o.infoOnly = value;
     } else {
@@ -213,7 +281,11 @@ int main(int argc, char** argv) {
   }
   writeInfo(o, "run.info");
   if (o.shortForm) writeSources(o);
-  writeDiagrams(o);
+  if (o.chart.empty()) {
+    writeDiagrams(o);
+  } else {
+    writeCharts(o);
+  }
   writeLog(o);
   return 0;
 }
