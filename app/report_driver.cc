@@ -52,8 +52,9 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
     if (number < 1) {
       buildTestContextDocument(resultCode).save(xmlPath);
     } else {
-      XmlNodePtr root(buildTestCaseDocument(number, resultCode));
-      saveXmlDocument(root.get(), xmlPath);
+      SpooledDocument document;
+      document.root.reset(buildTestCaseDocument(number, resultCode, &document.spool));
+      document.save(xmlPath);
     }
   } catch (...) {
     // The run ends with an unexpected error; leave no empty report behind.

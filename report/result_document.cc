@@ -7,7 +7,6 @@
 
 #include "app/paths.h"
 #include "app/run_settings.h"
-#include "report/spooled_document.h"
 #include "report/test_case_result.h"
 #include "report/xml_node.h"
 
@@ -85,14 +84,14 @@ int testCaseStatusCode(std::string_view status) {
   return 12;
 }
 
-xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode) {
+xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode, ChildSpool* assertions) {
   // Held until the end: a range error of the sequence verification must not
   // leak the tree on its way to the entry point.
   XmlNodePtr root(newElement("TestResult"));
   setAttribute(root.get(), "kind", "rk_testcase");
   const std::string fullName = run().testCaseNames[testCase];
   addResultHeader(root.get(), afterLast(fullName, '.'), fullName);
-  resultCode = testCaseStatusCode(writeTestCaseResult(root.get(), testCase));
+  resultCode = testCaseStatusCode(writeTestCaseResult(root.get(), testCase, assertions));
   return root.release();
 }
 
@@ -103,7 +102,8 @@ SpooledDocument buildTestContextDocument(int& resultCode) {
   // A context is named after its last ":", a test case after its last ".".
   addResultHeader(root.get(), afterLast(r.testContextName, ':'), r.testContextName);
   xmlNode* contextResult = addElement(root.get(), "TestContextResult");
-  SpooledDocument document(std::move(root), contextResult);
+  SpooledDocument document{std::move(root), ChildSpool()};
+  document.spool.attach(contextResult);
 
   // Members are taken first: writing a test case may add table entries.
   std::vector<int32_t> members;
@@ -113,14 +113,13 @@ SpooledDocument buildTestContextDocument(int& resultCode) {
   // Any status but "PASSED" is a failure, and one failure is for good.
   std::string contextStatus = "UNDEFINED";
   for (int32_t number : members) {
-    // Each test case is built on its own and spooled, so that the whole
-    // context never stands in memory as one tree.
-    XmlNodePtr scratch(newElement("TestContextResult"));
-    const std::string status = writeTestCaseResult(scratch.get(), number);
-    while (xmlNode* child = scratch->children) {
-      xmlUnlinkNode(child);
-      document.add(XmlNodePtr(child));
-    }
+    // Each test case is written in its place in the tree, so that its lines
+    // are indented as deep as they stand, and then spooled.
+    ChildSpool assertions;
+    const std::string status = writeTestCaseResult(contextResult, number, &assertions);
+    xmlNode* caseResult = contextResult->last;
+    xmlUnlinkNode(caseResult);
+    document.spool.add(XmlNodePtr(caseResult), &assertions);
     if (status != "PASSED") {
       contextStatus = "FAILED";
     } else if (contextStatus != "FAILED") {

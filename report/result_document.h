@@ -8,16 +8,17 @@
 #include <string>
 #include <string_view>
 
-#include "report/spooled_document.h"
+#include "report/child_spool.h"
 
 namespace qendor {
 
 // The document of one test case. Returns the unattached "TestResult" element,
-// owned by the caller; `resultCode` becomes the exit status it implies.
-xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode);
+// owned by the caller; `resultCode` becomes the exit status it implies. With
+// `assertions` the test case's assertions are spooled there.
+xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode, ChildSpool* assertions = nullptr);
 
 // The document of the test context named by `run().testContextName`, its
-// test case results spooled one by one.
+// test case results (and their assertions) spooled one by one.
 SpooledDocument buildTestContextDocument(int& resultCode);
 
 // Sets "time" on the header and appends "EnvironmentInfo" and

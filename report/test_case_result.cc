@@ -151,7 +151,8 @@ void rollUpStatus(CaseWalk& walk, const AssertionRecord& record) {
   if (contains(walk.message, "- progress")) walk.lastProgressLine = walk.message;
 }
 
-void walkEntries(CaseWalk& walk, const AssertionList& records, xmlNode* container) {
+void walkEntries(CaseWalk& walk, const AssertionList& records, xmlNode* container,
+                 ChildSpool* assertions) {
   RunSettings& r = run();
   for (size_t i = 0; i < records.size(); ++i) {
     const AssertionRecord& record = records[i];
@@ -173,6 +174,10 @@ void walkEntries(CaseWalk& walk, const AssertionList& records, xmlNode* containe
 
     const bool goOn = walk.hasSdAssert ? writeSdAssertion(walk, record, info, dir, filename)
                                        : writeCodeAssertion(walk, record, info, dir, filename);
+    if (assertions && info) {
+      xmlUnlinkNode(info);
+      assertions->add(XmlNodePtr(info));
+    }
     if (!goOn) return;  // the failing entry is written but not rolled up
     rollUpStatus(walk, record);
   }
@@ -231,7 +236,7 @@ void completeChart(CaseWalk& walk) {
 }
 
 void walkTestCase(CaseWalk& walk, const AssertionList& records, xmlNode* result,
-                  const std::string& fullName) {
+                  const std::string& fullName, ChildSpool* assertions) {
   RunSettings& r = run();
   walk.hasSdAssert = hasSdAssertion(records);
   const std::string shortName = baseReportName(fullName);
@@ -253,7 +258,8 @@ void walkTestCase(CaseWalk& walk, const AssertionList& records, xmlNode* result,
   const ChartList* chart = r.chartSteps[walk.testCase].get();
   if (chart) walk.currentState = chart->firstRecord();
 
-  walkEntries(walk, records, container);
+  if (assertions) assertions->attach(container);
+  walkEntries(walk, records, container, assertions);
 
   if (walk.hasSdAssert) {
     writeSdSummary(walk, container, resultImage);
@@ -265,7 +271,7 @@ void walkTestCase(CaseWalk& walk, const AssertionList& records, xmlNode* result,
 
 }  // namespace
 
-std::string writeTestCaseResult(xmlNode* parent, int32_t testCase) {
+std::string writeTestCaseResult(xmlNode* parent, int32_t testCase, ChildSpool* assertions) {
   RunSettings& r = run();
   const std::string fullName = r.testCaseNames[testCase];
   xmlNode* result = addElement(parent, "TestCaseResult");
@@ -282,7 +288,7 @@ std::string writeTestCaseResult(xmlNode* parent, int32_t testCase) {
     addElement(result, "ResultForCode");
     walk.caseStatus = "ERROR";
   } else {
-    walkTestCase(walk, *records, result, fullName);
+    walkTestCase(walk, *records, result, fullName, assertions);
   }
 
   setAttribute(result, "status", walk.caseStatus);

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "app/run_settings.h"
+#include "report/html_report.h"
 #include "report/xml_node.h"
 #include "tests/test_support.h"
 
@@ -171,6 +172,55 @@ TEST_F(ResultDocumentTest, ResultCodeOfEachTestCaseStatus) {
     int code = -1;
     XmlNodePtr root(buildTestCaseDocument(number, code));
     EXPECT_EQ(code, status);
+  }
+}
+
+TEST_F(ResultDocumentTest, SpooledAssertionsSaveAsTheWholeTree) {
+  // 1 passes, 2 fails, 3 has no records, 4 does not terminate, 5 has an
+  // empty list, 6 is an SD test whose verification stops the walk at its
+  // second entry, 7 an SD test that runs through.
+  addPassing(1, "P.A");
+  run().testCaseNames[2] = "P.B";
+  run().testCaseAssertions[2] = std::make_unique<AssertionList>(
+      AssertionList{record("ZKR_ASSERT_TRUE(a)", "FAILED"), record(kFinish)});
+  run().testCaseNames[3] = "P.C";
+  run().testCaseNames[4] = "P.D";
+  run().testCaseAssertions[4] =
+      std::make_unique<AssertionList>(AssertionList{record("ZKR_ASSERT_TRUE(a)")});
+  run().testCaseNames[5] = "P.E";
+  run().testCaseAssertions[5] = std::make_unique<AssertionList>();
+  auto sdRecord = [](const char* message, const char* progress) {
+    return AssertionRecord{std::string("ZKR_ASSERT_SD(\"s\", \"") + message + "\", \"x\")",
+                           "PASSED", "1", "7", std::string("step - progress ") + progress};
+  };
+  for (int32_t number : {6, 7}) {
+    const std::string name = number == 6 ? "F" : "G";
+    run().testCaseNames[number] = "P." + name;
+    dir_.write(name + ".ver", "SD_TEST\n1\n2\n");
+    run().testCaseAssertions[number] = std::make_unique<AssertionList>(AssertionList{
+        sdRecord("m1", "1/2"), sdRecord("m2", number == 6 ? "1/2" : "2/2"), record(kFinish)});
+  }
+  for (int32_t number = 1; number <= 7; ++number) {
+    SCOPED_TRACE(number);
+    int wholeCode = -1;
+    XmlNodePtr whole(buildTestCaseDocument(number, wholeCode));
+    ASSERT_TRUE(saveXmlDocument(whole.get(), dir_.file("whole.xml")));
+    SpooledDocument spooled;
+    int spooledCode = -1;
+    spooled.root.reset(buildTestCaseDocument(number, spooledCode, &spooled.spool));
+    ASSERT_TRUE(spooled.save(dir_.file("spooled.xml")));
+    static const std::regex time(" time=\"[^\"]*\"");
+    const std::string expected =
+        std::regex_replace(test::readFile(dir_.file("whole.xml")), time, "");
+    EXPECT_EQ(std::regex_replace(test::readFile(dir_.file("spooled.xml")), time, ""), expected);
+    EXPECT_EQ(spooledCode, wholeCode);
+    if (number == 6) {
+      EXPECT_NE(expected.find("Result verification failed"), std::string::npos) << expected;
+      EXPECT_NE(expected.find("msgid=\"m2\""), std::string::npos) << expected;
+    }
+    if (number == 7) {
+      EXPECT_NE(expected.find("Result verification successful"), std::string::npos) << expected;
+    }
   }
 }
 
