@@ -99,6 +99,21 @@ class ResultDocumentTest : public ::testing::Test {
         AssertionList{record("ZKR_ASSERT_TRUE(a)"), record(kFinish)});
   }
 
+  // 1 passes, 2 fails, 3 has no records (ERROR), 4 does not terminate, 5 has
+  // an empty list (UNDEFINED).
+  void addOneOfEachStatus() {
+    addPassing(1, "P.A");
+    run().testCaseNames[2] = "P.B";
+    run().testCaseAssertions[2] = std::make_unique<AssertionList>(
+        AssertionList{record("ZKR_ASSERT_TRUE(a)", "FAILED"), record(kFinish)});
+    run().testCaseNames[3] = "P.C";
+    run().testCaseNames[4] = "P.D";
+    run().testCaseAssertions[4] =
+        std::make_unique<AssertionList>(AssertionList{record("ZKR_ASSERT_TRUE(a)")});
+    run().testCaseNames[5] = "P.E";
+    run().testCaseAssertions[5] = std::make_unique<AssertionList>();
+  }
+
   // The context document as saved and read back, without indentation and
   // without the time.
   std::string contextDump(int& code) {
@@ -154,18 +169,7 @@ TEST_F(ResultDocumentTest, TestCaseNameIsAfterTheLastDot) {
 }
 
 TEST_F(ResultDocumentTest, ResultCodeOfEachTestCaseStatus) {
-  // 1 passes, 2 fails, 3 has no records (ERROR), 4 does not terminate, 5 has
-  // an empty list (UNDEFINED).
-  addPassing(1, "P.A");
-  run().testCaseNames[2] = "P.B";
-  run().testCaseAssertions[2] = std::make_unique<AssertionList>(
-      AssertionList{record("ZKR_ASSERT_TRUE(a)", "FAILED"), record(kFinish)});
-  run().testCaseNames[3] = "P.C";
-  run().testCaseNames[4] = "P.D";
-  run().testCaseAssertions[4] =
-      std::make_unique<AssertionList>(AssertionList{record("ZKR_ASSERT_TRUE(a)")});
-  run().testCaseNames[5] = "P.E";
-  run().testCaseAssertions[5] = std::make_unique<AssertionList>();
+  addOneOfEachStatus();
   const std::pair<int32_t, int> expected[] = {{1, 0}, {2, 10}, {3, 11}, {4, 13}, {5, 12}};
   for (const auto& [number, status] : expected) {
     SCOPED_TRACE(number);
@@ -176,19 +180,9 @@ TEST_F(ResultDocumentTest, ResultCodeOfEachTestCaseStatus) {
 }
 
 TEST_F(ResultDocumentTest, SpooledAssertionsSaveAsTheWholeTree) {
-  // 1 passes, 2 fails, 3 has no records, 4 does not terminate, 5 has an
-  // empty list, 6 is an SD test whose verification stops the walk at its
-  // second entry, 7 an SD test that runs through.
-  addPassing(1, "P.A");
-  run().testCaseNames[2] = "P.B";
-  run().testCaseAssertions[2] = std::make_unique<AssertionList>(
-      AssertionList{record("ZKR_ASSERT_TRUE(a)", "FAILED"), record(kFinish)});
-  run().testCaseNames[3] = "P.C";
-  run().testCaseNames[4] = "P.D";
-  run().testCaseAssertions[4] =
-      std::make_unique<AssertionList>(AssertionList{record("ZKR_ASSERT_TRUE(a)")});
-  run().testCaseNames[5] = "P.E";
-  run().testCaseAssertions[5] = std::make_unique<AssertionList>();
+  // Besides one of each status: 6 is an SD test whose verification stops
+  // the walk at its second entry, 7 an SD test that runs through.
+  addOneOfEachStatus();
   auto sdRecord = [](const char* message, const char* progress) {
     return AssertionRecord{std::string("ZKR_ASSERT_SD(\"s\", \"") + message + "\", \"x\")",
                            "PASSED", "1", "7", std::string("step - progress ") + progress};
