@@ -5,7 +5,6 @@
 
 #include <sys/types.h>
 
-#include <cstdio>
 #include <deque>
 #include <string>
 
