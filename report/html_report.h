@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <string>
+#include <vector>
 
 namespace qendor {
 
@@ -24,6 +25,11 @@ bool renderHtml(const std::string& xmlPath, const std::string& htmlPath);
 
 // The number of xsltproc runs that may go on at once: one per core.
 size_t renderSlots();
+
+// The environment xsltproc runs in: `env` (null-terminated "NAME=value"
+// entries) with glibc's malloc asked for huge pages and a large heap step.
+// Tunables already in GLIBC_TUNABLES follow ours, so theirs win.
+std::vector<std::string> renderEnvironment(char* const* env);
 
 // xsltproc runs that go on in the background while the next documents are
 // built, at most `slots` at once. They are finished (waited for, their

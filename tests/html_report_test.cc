@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/run_settings.h"
 #include "report/xml_node.h"
@@ -263,6 +264,57 @@ TEST_F(RenderHtmlTest, PendingStandardOutputComesFirst) {
   dup2(fileno(saved), fileno(stdout));
   fclose(saved);
   EXPECT_EQ(test::readFile(log), "pendingchild");
+}
+
+TEST_F(RenderHtmlTest, XsltprocGetsTheEnvironmentWithMallocTunables) {
+  installFake(0);
+  dir_.write("bin/xsltproc",
+             "#!/bin/sh\nprintf '%s|%s' \"$GLIBC_TUNABLES\" \"$QENDOR_PROBE\" > '" + args_ + "'\n");
+  const std::optional<std::string> oldTunables =
+      getenv("GLIBC_TUNABLES") ? std::optional<std::string>(getenv("GLIBC_TUNABLES"))
+                               : std::nullopt;
+  unsetenv("GLIBC_TUNABLES");
+  setenv("QENDOR_PROBE", "kept", 1);
+  EXPECT_TRUE(render(dir_.file("a.xml"), dir_.file("a.html")));
+  unsetenv("QENDOR_PROBE");
+  if (oldTunables) setenv("GLIBC_TUNABLES", oldTunables->c_str(), 1);
+  EXPECT_EQ(test::readFile(args_), "glibc.malloc.hugetlb=1:glibc.malloc.top_pad=4194304|kept");
+  EXPECT_EQ(stderr_, "");
+}
+
+TEST(RenderEnvironmentTest, AddsTheTunablesLast) {
+  char path[] = "PATH=/bin";
+  char home[] = "HOME=/root";
+  char* env[] = {path, home, nullptr};
+  EXPECT_EQ(renderEnvironment(env),
+            (std::vector<std::string>{"PATH=/bin", "HOME=/root",
+                                      "GLIBC_TUNABLES=glibc.malloc.hugetlb=1:"
+                                      "glibc.malloc.top_pad=4194304"}));
+}
+
+TEST(RenderEnvironmentTest, TheUsersTunablesFollowOursInPlace) {
+  char path[] = "PATH=/bin";
+  char tunables[] = "GLIBC_TUNABLES=glibc.malloc.hugetlb=0";
+  char home[] = "HOME=/root";
+  char* env[] = {path, tunables, home, nullptr};
+  EXPECT_EQ(renderEnvironment(env),
+            (std::vector<std::string>{"PATH=/bin",
+                                      "GLIBC_TUNABLES=glibc.malloc.hugetlb=1:"
+                                      "glibc.malloc.top_pad=4194304:glibc.malloc.hugetlb=0",
+                                      "HOME=/root"}));
+}
+
+TEST(RenderEnvironmentTest, AnEmptyTunablesEntryAndNoEnvironment) {
+  char tunables[] = "GLIBC_TUNABLES=";
+  char named[] = "GLIBC_TUNABLESX=1";
+  char* env[] = {named, tunables, nullptr};
+  EXPECT_EQ(renderEnvironment(env),
+            (std::vector<std::string>{"GLIBC_TUNABLESX=1",
+                                      "GLIBC_TUNABLES=glibc.malloc.hugetlb=1:"
+                                      "glibc.malloc.top_pad=4194304"}));
+  EXPECT_EQ(renderEnvironment(nullptr),
+            (std::vector<std::string>{"GLIBC_TUNABLES=glibc.malloc.hugetlb=1:"
+                                      "glibc.malloc.top_pad=4194304"}));
 }
 
 // A fake xsltproc that notes "start NAME" and "end NAME" (NAME: the XML
