@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "report/html_report.h"
+#include "report/html_renders.h"
 
 namespace qendor {
 

@@ -1,4 +1,5 @@
 #include "report/html_report.h"
+#include "report/html_renders.h"
 
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
@@ -320,8 +321,10 @@ TEST(RenderEnvironmentTest, AnEmptyTunablesEntryAndNoEnvironment) {
 // A fake xsltproc that notes "start NAME" and "end NAME" (NAME: the XML
 // file's name) in `log`, says "err NAME" on standard error and fails for
 // names beginning with "f". A run whose name begins with "w" waits until
-// another run has started (for ten seconds at most), so two runs that may
-// overlap do. Others pause a little so that an overlap would show.
+// another run has started, so two runs that may overlap do; one beginning
+// with "g" waits until the file `gate` exists (both for ten seconds at most).
+// Names beginning with "s" take a second, others pause a little so that an
+// overlap would show.
 class HtmlRendersTest : public RenderHtmlTest {
  protected:
   void installLoggingFake() {
@@ -335,13 +338,22 @@ class HtmlRendersTest : public RenderHtmlTest {
                    "case $n in w*) i=0; while [ $(grep -c '^start' '" +
                    log_ +
                    "') -lt 2 ] && "
-                   "[ $i -lt 100 ]; do sleep 0.1; i=$((i+1)); done;; *) sleep 0.2;; esac\n"
+                   "[ $i -lt 100 ]; do sleep 0.1; i=$((i+1)); done;;\n"
+                   "g*) i=0; while [ ! -e '" +
+                   gate_ +
+                   "' ] && [ $i -lt 100 ]; do sleep 0.1; i=$((i+1)); done;;\n"
+                   "s*) sleep 1;; *) sleep 0.2;; esac\n"
                    "echo \"err $n\" >&2\n"
                    "echo \"end $n\" >> '" +
                    log_ +
                    "'\n"
                    "printf \"$n\" > \"$2\"\n"
                    "case $n in f*) exit 3;; esac\n");
+  }
+
+  // Waits until the log reads `text` (ten seconds at most).
+  void waitForLog(const std::string& text) {
+    for (int i = 0; i < 1000 && test::readFile(log_) != text; ++i) usleep(10000);
   }
 
   // The largest number of runs going on at once, from the log.
@@ -357,6 +369,7 @@ class HtmlRendersTest : public RenderHtmlTest {
   }
 
   std::string log_ = dir_.file("log.txt");
+  std::string gate_ = dir_.file("gate");
 };
 
 TEST_F(HtmlRendersTest, RunsOverlapUpToTheSlotsAndFinishInOrder) {
@@ -404,7 +417,7 @@ TEST_F(HtmlRendersTest, WaitForPathFinishesThatRunAndTheOlderOnes) {
   HtmlRenders renders(3);
   renders.start(dir_.file("a.xml"), dir_.file("a.html"));
   renders.start(dir_.file("b.xml"), dir_.file("b.html"));
-  renders.start(dir_.file("c.xml"), dir_.file("c.html"));
+  renders.start(dir_.file("s.xml"), dir_.file("s.html"));
   renders.waitForPath(dir_.file("b.html"));
   const std::string err = testing::internal::GetCapturedStderr();
   EXPECT_EQ(err, "err a.xml\nerr b.xml\n");
@@ -412,8 +425,69 @@ TEST_F(HtmlRendersTest, WaitForPathFinishesThatRunAndTheOlderOnes) {
   renders.waitForPath(dir_.file("nothing.xml"));
   testing::internal::CaptureStderr();
   renders.finishAll();
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err c.xml\n");
-  EXPECT_EQ(test::readFile(dir_.file("c.html")), "c.xml");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err s.xml\n");
+  EXPECT_EQ(test::readFile(dir_.file("s.html")), "s.xml");
+}
+
+TEST_F(HtmlRendersTest, QueuedWithoutWaitingForASlot) {
+  installLoggingFake();
+  testing::internal::CaptureStderr();
+  {
+    HtmlRenders renders(1);
+    renders.start(dir_.file("g1.xml"), dir_.file("g1.html"));
+    renders.start(dir_.file("b.xml"), dir_.file("b.html"));
+    // Both calls came back while the first render still runs.
+    waitForLog("start g1.xml\n");
+    EXPECT_EQ(test::readFile(log_), "start g1.xml\n");
+    dir_.write("gate", "");
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err g1.xml\nerr b.xml\n");
+  EXPECT_EQ(test::readFile(log_), "start g1.xml\nend g1.xml\nstart b.xml\nend b.xml\n");
+}
+
+TEST_F(HtmlRendersTest, TheLargestWaitingReportGoesFirstAndIsReportedInTurn) {
+  installLoggingFake();
+  dir_.write("a.xml", std::string(10, 'a'));
+  dir_.write("c.xml", std::string(1000, 'c'));
+  dir_.write("d.xml", std::string(10, 'd'));
+  dir_.write("f.xml", std::string(1000, 'f'));
+  testing::internal::CaptureStderr();
+  {
+    HtmlRenders renders(1);
+    renders.start(dir_.file("g.xml"), dir_.file("g.html"));
+    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+    renders.start(dir_.file("c.xml"), dir_.file("c.html"));
+    renders.start(dir_.file("d.xml"), dir_.file("d.html"));
+    renders.start(dir_.file("f.xml"), dir_.file("f.html"));
+    dir_.write("gate", "");
+  }
+  // Of equal sizes the earlier goes first.
+  EXPECT_EQ(test::readFile(log_),
+            "start g.xml\nend g.xml\nstart c.xml\nend c.xml\nstart f.xml\nend f.xml\n"
+            "start a.xml\nend a.xml\nstart d.xml\nend d.xml\n");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "err g.xml\nerr a.xml\nerr c.xml\nerr d.xml\nerr f.xml\nqendor: HTML report " +
+                dir_.file("f.html") + " not written: xsltproc failed\n");
+}
+
+TEST_F(HtmlRendersTest, WaitingForAPathRunsTheWaitingRendersBeforeIt) {
+  installLoggingFake();
+  dir_.write("big.xml", std::string(1000, 'b'));
+  testing::internal::CaptureStderr();
+  HtmlRenders renders(1);
+  renders.start(dir_.file("g.xml"), dir_.file("g.html"));
+  renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+  renders.start(dir_.file("big.xml"), dir_.file("big.html"));
+  dir_.write("gate", "");
+  renders.waitForPath(dir_.file("a.html"));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err g.xml\nerr a.xml\n");
+  EXPECT_EQ(test::readFile(dir_.file("a.html")), "a.xml");
+  testing::internal::CaptureStderr();
+  renders.finishAll();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err big.xml\n");
+  EXPECT_EQ(test::readFile(log_),
+            "start g.xml\nend g.xml\nstart a.xml\nend a.xml\nstart big.xml\nend big.xml\n");
+  EXPECT_EQ(test::readFile(dir_.file("big.html")), "big.xml");
 }
 
 TEST_F(HtmlRendersTest, MissingXsltprocWarnsInOrder) {
