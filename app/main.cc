@@ -1,4 +1,5 @@
 #include <malloc.h>
+#include <signal.h>
 
 #include <cstdio>
 
@@ -11,6 +12,9 @@ int main(int argc, char** argv) {
   // costs more than the allocations themselves; without fast bins the freed
   // memory goes straight back to the ordinary bins.
   mallopt(M_MXFAST, 0);
+  // A harness may start us with SIGCHLD ignored; its children would then be
+  // reaped by the kernel, and no xsltproc could be waited for.
+  signal(SIGCHLD, SIG_DFL);
   int status = qendor::runQendor(argc, argv);
   std::fflush(stdout);
   return status;

@@ -1,11 +1,9 @@
 #include "report/html_renders.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -57,17 +55,6 @@ void writeAll(int fd, const std::string& text) {
     if (put <= 0) return;
     done += static_cast<size_t>(put);
   }
-}
-
-// A descriptor that becomes readable when `child` ends; -1 where the kernel
-// has none.
-int openPidfd(pid_t child) {
-#ifdef SYS_pidfd_open
-  return static_cast<int>(syscall(SYS_pidfd_open, child, 0));
-#else
-  (void)child;
-  return -1;
-#endif
 }
 
 int64_t sizeOf(const std::string& path) {
@@ -210,28 +197,26 @@ void HtmlRenders::launch(int64_t serial) {
     return;
   }
   render.child = child;
-  render.pidfd = openPidfd(child);
   running_.push_back(serial);
 }
 
 void HtmlRenders::collect(bool block) {
-  // Blocking, wait for any running render to end, by its pidfd; a render
-  // without one is waited for by itself.
+  // Blocking, wait until any child has ended, without reaping it: when it is
+  // one of ours it is reaped below. Were it anyone else's, waiting for the
+  // oldest running render instead keeps this from spinning.
   if (block && !running_.empty()) {
-    std::vector<pollfd> ends;
-    for (int64_t serial : running_) {
-      Render& render = at(serial);
-      if (render.pidfd < 0) {
-        int status = 0;
-        pid_t ended;
-        while ((ended = waitpid(render.child, &status, 0)) < 0 && errno == EINTR) {
-        }
-        settle(serial, status, ended < 0 ? "xsltproc could not be waited for" : nullptr);
-        return;
-      }
-      ends.push_back(pollfd{render.pidfd, POLLIN, 0});
+    siginfo_t ended{};
+    while (waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT) < 0 && errno == EINTR) {
     }
-    while (poll(ends.data(), ends.size(), -1) < 0 && errno == EINTR) {
+    bool ours = false;
+    for (int64_t serial : running_) ours = ours || at(serial).child == ended.si_pid;
+    if (!ours) {
+      const int64_t oldest = running_.front();
+      int status = 0;
+      pid_t reaped;
+      while ((reaped = waitpid(at(oldest).child, &status, 0)) < 0 && errno == EINTR) {
+      }
+      settle(oldest, status, reaped < 0 ? "xsltproc could not be waited for" : nullptr);
     }
   }
   for (size_t i = running_.size(); i > 0; --i) {
@@ -252,8 +237,6 @@ void HtmlRenders::settle(int64_t serial, int status, const char* problem) {
   }
   render.done = true;
   render.problem = problem ? problem : problemOf(status);
-  if (render.pidfd >= 0) close(render.pidfd);
-  render.pidfd = -1;
   // Read now, so that renders finished ahead of their turn hold no
   // descriptors.
   render.warnings = drain(render.errors);

@@ -47,9 +47,8 @@ class HtmlRenders {
   struct Render {
     std::string xml;  // normalised paths
     std::string html;
-    pid_t child = -1;  // -1 while waiting, or when xsltproc could not start
-    int pidfd = -1;    // to wait for any of the running ones at once
-    int errors = -1;   // xsltproc's standard error while it runs
+    pid_t child = -1;     // -1 while waiting, or when xsltproc could not start
+    int errors = -1;      // xsltproc's standard error while it runs
     bool waiting = true;  // for a slot
     bool done = false;
     bool throughStdout = false;  // the HTML is xsltproc's standard output

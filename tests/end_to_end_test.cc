@@ -233,6 +233,19 @@ TEST(EndToEnd, TestCaseSharingTheContextsShortNameEndsWithTheContextsReport) {
   EXPECT_TRUE(test::fileExists(s.path("out/Ctx.html")));
 }
 
+TEST(EndToEnd, StartedWithChildSignalIgnoredStillWaitsForXsltproc) {
+  Scenario s("shop");
+  // An ignored SIGCHLD stays ignored across exec; children would be reaped
+  // before the program could wait for them.
+  std::vector<std::string> args = {"-e", "$SIG{CHLD} = 'IGNORE'; exec @ARGV", QENDOR_BINARY};
+  for (const std::string& arg : shopArgs("-tcontext", "Pkg.Ctx")) args.push_back(arg);
+  Outcome o = test::runProgram("/usr/bin/perl", args, s.dir().path());
+  EXPECT_EQ(o.status, 10);
+  EXPECT_EQ(o.err, "");
+  EXPECT_TRUE(test::fileExists(s.path("out/Ctx.html")));
+  EXPECT_TRUE(test::fileExists(s.path("out/SdPass.html")));
+}
+
 TEST(EndToEnd, UnclosedFragmentEndsWithUnexpectedError) {
   Scenario s("shop");
   s.dir().write("out/SdPass.ver", "SD_TEST\nALT_BEGIN(1)\nALT_OPERAND_BEGIN(1)\n7\n");
