@@ -159,6 +159,7 @@ void HtmlRenders::launch(int64_t serial) {
 
   std::vector<std::string> environment = renderEnvironment(environ);
   std::vector<char*> envp;
+  envp.reserve(environment.size() + 1);
   for (std::string& entry : environment) envp.push_back(entry.data());
   envp.push_back(nullptr);
 
