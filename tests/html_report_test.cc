@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -112,17 +111,9 @@ class RenderHtmlTest : public ::testing::Test {
  protected:
   void SetUp() override {
     resetRun();
-    if (const char* path = getenv("PATH")) oldPath_ = path;
     mkdir(bin_.c_str(), 0755);
   }
-  void TearDown() override {
-    if (oldPath_) {
-      setenv("PATH", oldPath_->c_str(), 1);
-    } else {
-      unsetenv("PATH");
-    }
-    resetRun();
-  }
+  void TearDown() override { resetRun(); }
 
   // A fake that writes each argument on a line of `args` and creates the
   // output file, then exits with `status`.
@@ -153,7 +144,7 @@ class RenderHtmlTest : public ::testing::Test {
   test::TempDir dir_;
   std::string bin_ = dir_.file("bin");
   std::string args_ = dir_.file("args.txt");
-  std::optional<std::string> oldPath_;
+  test::ScopedEnv path_{"PATH"};
   std::string stdout_;
   std::string stderr_;
 };
@@ -271,14 +262,9 @@ TEST_F(RenderHtmlTest, XsltprocGetsTheEnvironmentWithMallocTunables) {
   installFake(0);
   dir_.write("bin/xsltproc",
              "#!/bin/sh\nprintf '%s|%s' \"$GLIBC_TUNABLES\" \"$QENDOR_PROBE\" > '" + args_ + "'\n");
-  const std::optional<std::string> oldTunables =
-      getenv("GLIBC_TUNABLES") ? std::optional<std::string>(getenv("GLIBC_TUNABLES"))
-                               : std::nullopt;
-  unsetenv("GLIBC_TUNABLES");
-  setenv("QENDOR_PROBE", "kept", 1);
+  test::ScopedEnv tunables("GLIBC_TUNABLES", nullptr);
+  test::ScopedEnv probe("QENDOR_PROBE", "kept");
   EXPECT_TRUE(render(dir_.file("a.xml"), dir_.file("a.html")));
-  unsetenv("QENDOR_PROBE");
-  if (oldTunables) setenv("GLIBC_TUNABLES", oldTunables->c_str(), 1);
   EXPECT_EQ(test::readFile(args_), "glibc.malloc.hugetlb=1:glibc.malloc.top_pad=4194304|kept");
   EXPECT_EQ(stderr_, "");
 }

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,7 +24,6 @@ class ReportDriverTest : public ::testing::Test {
  protected:
   void SetUp() override {
     resetRun();
-    if (const char* path = getenv("PATH")) oldPath_ = path;
     mkdir(bin_.c_str(), 0755);
     mkdir(out_.c_str(), 0755);
     RunSettings& r = run();
@@ -36,14 +34,7 @@ class ReportDriverTest : public ::testing::Test {
     r.testCaseNames[3] = "Pkg.Other.C";
     r.testCaseNames[4] = "Pkg.Ctx.B";
   }
-  void TearDown() override {
-    if (oldPath_) {
-      setenv("PATH", oldPath_->c_str(), 1);
-    } else {
-      unsetenv("PATH");
-    }
-    resetRun();
-  }
+  void TearDown() override { resetRun(); }
 
   void installFake() {
     const std::string fake = dir_.write(
@@ -101,7 +92,7 @@ class ReportDriverTest : public ::testing::Test {
   std::string bin_ = dir_.file("bin");
   std::string out_ = dir_.file("out");
   std::string log_ = dir_.file("log.txt");
-  std::optional<std::string> oldPath_;
+  test::ScopedEnv path_{"PATH"};
   std::string stdout_;
   std::string stderr_;
 };

@@ -8,7 +8,6 @@
 #include "tests/xml_dump.h"
 
 #include <memory>
-#include <optional>
 #include <regex>
 #include <stdexcept>
 #include <string>
@@ -23,36 +22,13 @@ namespace qendor {
 namespace {
 
 using test::dumpNode;
+using test::ScopedEnv;
 
 // The tree as text without the "time" value, which changes from run to run.
 std::string dumpWithoutTime(xmlNode* node) {
   static const std::regex time(" time=\"[^\"]*\"");
   return std::regex_replace(dumpNode(node), time, "");
 }
-
-// Sets or unsets an environment variable for one test and restores it.
-class ScopedEnv {
- public:
-  ScopedEnv(const char* name, const char* value) : name_(name) {
-    if (const char* old = getenv(name)) old_ = old;
-    if (value) {
-      setenv(name, value, 1);
-    } else {
-      unsetenv(name);
-    }
-  }
-  ~ScopedEnv() {
-    if (old_) {
-      setenv(name_, old_->c_str(), 1);
-    } else {
-      unsetenv(name_);
-    }
-  }
-
- private:
-  const char* name_;
-  std::optional<std::string> old_;
-};
 
 AssertionRecord record(std::string text, std::string status = "PASSED") {
   return AssertionRecord{std::move(text), std::move(status), "1", "10", ""};

@@ -41,6 +41,26 @@ std::string TempDir::write(const std::string& name, const std::string& content) 
   return path;
 }
 
+ScopedEnv::ScopedEnv(const char* name) : name_(name) {
+  if (const char* old = getenv(name)) old_ = old;
+}
+
+ScopedEnv::ScopedEnv(const char* name, const char* value) : ScopedEnv(name) {
+  if (value) {
+    setenv(name, value, 1);
+  } else {
+    unsetenv(name);
+  }
+}
+
+ScopedEnv::~ScopedEnv() {
+  if (old_) {
+    setenv(name_, old_->c_str(), 1);
+  } else {
+    unsetenv(name_);
+  }
+}
+
 std::string readFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   std::ostringstream content;

@@ -1,6 +1,7 @@
 // Helpers shared by the tests: a fresh run, temporary folders and files.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,21 @@ class TempDir {
 
  private:
   std::string path_;
+};
+
+// Restores an environment variable when it goes: to its value when the
+// object was made, or unset. The second form also sets it (unsets on null).
+class ScopedEnv {
+ public:
+  explicit ScopedEnv(const char* name);
+  ScopedEnv(const char* name, const char* value);
+  ~ScopedEnv();
+  ScopedEnv(const ScopedEnv&) = delete;
+  ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+ private:
+  const char* name_;
+  std::optional<std::string> old_;
 };
 
 // The whole content of a file; empty when it cannot be read.
