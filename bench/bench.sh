@@ -34,14 +34,10 @@ fi
 work=$(mktemp -d /tmp/qendor-bench.XXXXXX)
 trap 'rm -rf "$work"' EXIT INT TERM
 
-# "SECONDS KB" of the median of three runs of the command (by time).
-median3() {
-  for run in 1 2 3; do "$measure" "$@"; done | sort -n | sed -n 2p
-}
 # Figures compared with each other are measured in turns, a run of each per
-# round, so that a neighbour's load on this shared machine weighs on both:
-# `measure_into FILE COMMAND...` adds one run to FILE, `median_of FILE` reads
-# the median back.
+# round, so that a neighbour's load on this shared machine weighs on all of
+# them: `measure_into FILE COMMAND...` adds one run ("SECONDS KB") to FILE,
+# `median_of FILE` reads the median (by time) back.
 measure_into() {
   file=$1
   shift
@@ -80,8 +76,8 @@ for kind in state flow; do
   "$generate" "$work/${kind}10" --chart $kind --cases 1 --records 10002 --steps 5000
 done
 
-report_one() {  # DIR INFO: qendor -tcase on the small test case 1
-  median3 sh -c "cd '$1' && exec '$qendor' -infofile $2 -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1"
+report_into() {  # FILE DIR INFO: qendor -tcase on the small test case 1
+  measure_into "$1" sh -c "cd '$2' && exec '$qendor' -infofile $3 -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1"
 }
 size_kb() { echo $(($(wc -c <"$1") / 1024)); }
 
@@ -90,27 +86,35 @@ printf '|%s|%s|%s|%s|%s|%s|\n' ---------------------------------------------- --
   ------------ -------- -------- ------
 
 echo "bench: input" >&2
-base=$(median3 "$getline" "$work/full/run.log")
-full=$(report_one "$work/full" run.info)
+for round in 1 2 3; do
+  measure_into "$work/getline.txt" "$getline" "$work/full/run.log"
+  report_into "$work/full.txt" "$work/full" run.info
+  report_into "$work/files.txt" "$work/full" run10k.info
+  measure_into "$work/sgetline.txt" "$getline" "$work/short/run.log"
+  report_into "$work/short.txt" "$work/short" run.info
+  report_into "$work/tenth.txt" "$work/tenth" run.info
+done
+base=$(median_of "$work/getline.txt")
+full=$(median_of "$work/full.txt")
 row "full form ${records} records, time (s) vs getline" "$(seconds "$full")" "$(seconds "$base")" \
   "$(ratio "$(seconds "$full")" "$(seconds "$base")")" 3
 log_kb=$(size_kb "$work/full/run.log")
 row "full form peak memory (MB) vs log size" "$(($(kilobytes "$full") / 1024))" \
   "$((log_kb / 1024))" "$(ratio "$(kilobytes "$full")" "$log_kb")" 1.5
 
-files=$(report_one "$work/full" run10k.info)
+files=$(median_of "$work/files.txt")
 row "full form, 10000 FILE entries vs 10 (s)" "$(seconds "$files")" "$(seconds "$full")" \
   "$(ratio "$(seconds "$files")" "$(seconds "$full")")" 1.1
 
-sbase=$(median3 "$getline" "$work/short/run.log")
-short=$(report_one "$work/short" run.info)
+sbase=$(median_of "$work/sgetline.txt")
+short=$(median_of "$work/short.txt")
 row "short form, 1000 files, time (s) vs getline" "$(seconds "$short")" "$(seconds "$sbase")" \
   "$(ratio "$(seconds "$short")" "$(seconds "$sbase")")" 3
 slog_kb=$(size_kb "$work/short/run.log")
 row "short form peak memory (MB) vs log size" "$(($(kilobytes "$short") / 1024))" \
   "$((slog_kb / 1024))" "$(ratio "$(kilobytes "$short")" "$slog_kb")" 1.5
 
-tenth=$(report_one "$work/tenth" run.info)
+tenth=$(median_of "$work/tenth.txt")
 row "10x the records (s) vs a tenth" "$(seconds "$full")" "$(seconds "$tenth")" \
   "$(ratio "$(seconds "$full")" "$(seconds "$tenth")")" 11
 
