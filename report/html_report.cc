@@ -1,6 +1,7 @@
 #include "report/html_report.h"
 
 #include <libxml/xmlIO.h>
+#include <sched.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -63,7 +64,12 @@ std::vector<std::string> renderEnvironment(char* const* env) {
 }
 
 size_t renderSlots() {
-  long cores = sysconf(_SC_NPROCESSORS_ONLN);
+  // The cores this process may run on: a harness that pins it to some of
+  // the machine's cores gets no more renders than those at once.
+  cpu_set_t allowed;
+  CPU_ZERO(&allowed);
+  long cores = sched_getaffinity(0, sizeof allowed, &allowed) == 0 ? CPU_COUNT(&allowed)
+                                                                   : sysconf(_SC_NPROCESSORS_ONLN);
   return cores > 1 ? static_cast<size_t>(cores) : 1;
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
+#include <sched.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -267,6 +268,23 @@ TEST_F(RenderHtmlTest, XsltprocGetsTheEnvironmentWithMallocTunables) {
   EXPECT_TRUE(render(dir_.file("a.xml"), dir_.file("a.html")));
   EXPECT_EQ(test::readFile(args_), "glibc.malloc.hugetlb=1:glibc.malloc.top_pad=4194304|kept");
   EXPECT_EQ(stderr_, "");
+}
+
+TEST(RenderSlotsTest, OnePerCoreThisProcessMayRunOn) {
+  cpu_set_t original;
+  ASSERT_EQ(sched_getaffinity(0, sizeof original, &original), 0);
+  EXPECT_EQ(renderSlots(), static_cast<size_t>(CPU_COUNT(&original)));
+  // Pinned to one core, a run renders one report at a time.
+  cpu_set_t one;
+  CPU_ZERO(&one);
+  for (int cpu = 0; cpu < CPU_SETSIZE; ++cpu) {
+    if (!CPU_ISSET(cpu, &original)) continue;
+    CPU_SET(cpu, &one);
+    break;
+  }
+  ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
+  EXPECT_EQ(renderSlots(), 1u);
+  ASSERT_EQ(sched_setaffinity(0, sizeof original, &original), 0);
 }
 
 TEST(RenderEnvironmentTest, AddsTheTunablesLast) {
