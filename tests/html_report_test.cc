@@ -360,18 +360,6 @@ class HtmlRendersTest : public RenderHtmlTest {
     for (int i = 0; i < 1000 && test::readFile(log_) != text; ++i) usleep(10000);
   }
 
-  // The largest number of runs going on at once, from the log.
-  size_t overlapIn(const std::string& log) {
-    size_t now = 0, most = 0;
-    for (size_t at = 0; at < log.size();) {
-      size_t end = log.find('\n', at);
-      if (log.compare(at, 6, "start ") == 0) most = std::max(most, ++now);
-      if (log.compare(at, 4, "end ") == 0) --now;
-      at = end + 1;
-    }
-    return most;
-  }
-
   std::string log_ = dir_.file("log.txt");
   std::string gate_ = dir_.file("gate");
 };
@@ -388,7 +376,7 @@ TEST_F(HtmlRendersTest, RunsOverlapUpToTheSlotsAndFinishInOrder) {
   }
   const std::string err = testing::internal::GetCapturedStderr();
   const std::string log = test::readFile(log_);
-  EXPECT_EQ(overlapIn(log), 2u) << log;
+  EXPECT_EQ(test::overlapIn(log), 2u) << log;
   // The third starts once the first is finished (the oldest goes first).
   EXPECT_LT(log.find("end w1.xml"), log.find("start w3.xml")) << log;
   // Everything on standard error stands in the order of the starts.

@@ -76,18 +76,6 @@ class ReportDriverTest : public ::testing::Test {
     return names;
   }
 
-  // The largest number of runs going on at once, from the log.
-  static size_t overlapIn(const std::string& log) {
-    size_t now = 0, most = 0;
-    for (size_t at = 0; at < log.size();) {
-      size_t end = log.find('\n', at);
-      if (log.compare(at, 6, "start ") == 0) most = std::max(most, ++now);
-      if (log.compare(at, 4, "end ") == 0) --now;
-      at = end + 1;
-    }
-    return most;
-  }
-
   test::TempDir dir_;
   std::string bin_ = dir_.file("bin");
   std::string out_ = dir_.file("out");
@@ -108,7 +96,7 @@ TEST_F(ReportDriverTest, RendersOverlapAndTheContextReportComesLast) {
   EXPECT_EQ(test::readFile(out_ + "/A.html"), "kind=\"rk_testcase\"");
   EXPECT_EQ(test::readFile(out_ + "/Ctx.html"), "kind=\"rk_testcontext\"");
   const std::string log = test::readFile(log_);
-  EXPECT_EQ(overlapIn(log), 2u) << log;
+  EXPECT_EQ(test::overlapIn(log), 2u) << log;
   // The test case Ctx was rendered from its own document, and done before
   // the context's document took its files.
   const size_t first = log.find("start Ctx.xml kind=\"rk_testcase\"");
@@ -128,7 +116,7 @@ TEST_F(ReportDriverTest, OneSlotRendersEachReportBeforeTheNext) {
   EXPECT_EQ(runWith(1), 10);
   EXPECT_EQ(stderr_, "err A.xml\nerr Ctx.xml\nerr B.xml\nerr Ctx.xml\n");
   const std::string log = test::readFile(log_);
-  EXPECT_EQ(overlapIn(log), 1u) << log;
+  EXPECT_EQ(test::overlapIn(log), 1u) << log;
   EXPECT_EQ(test::readFile(out_ + "/Ctx.html"), "kind=\"rk_testcontext\"");
 }
 

@@ -61,6 +61,18 @@ ScopedEnv::~ScopedEnv() {
   }
 }
 
+size_t overlapIn(const std::string& log) {
+  size_t now = 0, most = 0;
+  for (size_t at = 0; at < log.size();) {
+    size_t end = log.find('\n', at);
+    if (log.compare(at, 6, "start ") == 0) most = std::max(most, ++now);
+    if (log.compare(at, 4, "end ") == 0) --now;
+    if (end == std::string::npos) break;
+    at = end + 1;
+  }
+  return most;
+}
+
 std::string readFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   std::ostringstream content;

@@ -1,6 +1,7 @@
 // Helpers shared by the tests: a fresh run, temporary folders and files.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,6 +41,10 @@ class ScopedEnv {
   const char* name_;
   std::optional<std::string> old_;
 };
+
+// The largest number of runs going on at once in a log of "start ..." and
+// "end ..." lines.
+size_t overlapIn(const std::string& log);
 
 // The whole content of a file; empty when it cannot be read.
 std::string readFile(const std::string& path);
