@@ -355,6 +355,11 @@ class HtmlRendersTest : public RenderHtmlTest {
                    "case $n in f*) exit 3;; esac\n");
   }
 
+  // Queues the render of STEM.xml into STEM.html in the test folder.
+  void queue(HtmlRenders& renders, const std::string& stem) {
+    renders.start(dir_.file(stem + ".xml"), dir_.file(stem + ".html"));
+  }
+
   // Waits until the log reads `text` (ten seconds at most).
   void waitForLog(const std::string& text) {
     for (int i = 0; i < 1000 && test::readFile(log_) != text; ++i) usleep(10000);
@@ -377,7 +382,8 @@ TEST_F(HtmlRendersTest, RunsOverlapUpToTheSlotsAndFinishInOrder) {
   const std::string err = testing::internal::GetCapturedStderr();
   const std::string log = test::readFile(log_);
   EXPECT_EQ(test::overlapIn(log), 2u) << log;
-  // The third starts once the first is finished (the oldest goes first).
+  // The third starts once a slot is free: here the first's, which ends as
+  // soon as the second has started.
   EXPECT_LT(log.find("end w1.xml"), log.find("start w3.xml")) << log;
   // Everything on standard error stands in the order of the starts.
   EXPECT_EQ(err, "err w1.xml\nerr f2.xml\nqendor: HTML report " + dir_.file("f2.html") +
@@ -393,8 +399,8 @@ TEST_F(HtmlRendersTest, ARunOfTheSameFilesWaitsForTheEarlierOne) {
   testing::internal::CaptureStderr();
   {
     HtmlRenders renders(2);
-    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
-    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+    queue(renders, "a");
+    queue(renders, "a");
     renders.start(dir_.file("b.xml"), dir_.file("a.html"));
   }
   testing::internal::GetCapturedStderr();
@@ -407,9 +413,9 @@ TEST_F(HtmlRendersTest, WaitForPathFinishesThatRunAndTheOlderOnes) {
   installLoggingFake();
   testing::internal::CaptureStderr();
   HtmlRenders renders(3);
-  renders.start(dir_.file("a.xml"), dir_.file("a.html"));
-  renders.start(dir_.file("b.xml"), dir_.file("b.html"));
-  renders.start(dir_.file("s.xml"), dir_.file("s.html"));
+  queue(renders, "a");
+  queue(renders, "b");
+  queue(renders, "s");
   renders.waitForPath(dir_.file("b.html"));
   const std::string err = testing::internal::GetCapturedStderr();
   EXPECT_EQ(err, "err a.xml\nerr b.xml\n");
@@ -426,8 +432,8 @@ TEST_F(HtmlRendersTest, QueuedWithoutWaitingForASlot) {
   testing::internal::CaptureStderr();
   {
     HtmlRenders renders(1);
-    renders.start(dir_.file("g1.xml"), dir_.file("g1.html"));
-    renders.start(dir_.file("b.xml"), dir_.file("b.html"));
+    queue(renders, "g1");
+    queue(renders, "b");
     // Both calls came back while the first render still runs.
     waitForLog("start g1.xml\n");
     EXPECT_EQ(test::readFile(log_), "start g1.xml\n");
@@ -446,11 +452,11 @@ TEST_F(HtmlRendersTest, TheLargestWaitingReportGoesFirstAndIsReportedInTurn) {
   testing::internal::CaptureStderr();
   {
     HtmlRenders renders(1);
-    renders.start(dir_.file("g.xml"), dir_.file("g.html"));
-    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
-    renders.start(dir_.file("c.xml"), dir_.file("c.html"));
-    renders.start(dir_.file("d.xml"), dir_.file("d.html"));
-    renders.start(dir_.file("f.xml"), dir_.file("f.html"));
+    queue(renders, "g");
+    queue(renders, "a");
+    queue(renders, "c");
+    queue(renders, "d");
+    queue(renders, "f");
     dir_.write("gate", "");
   }
   // Of equal sizes the earlier goes first.
@@ -467,9 +473,9 @@ TEST_F(HtmlRendersTest, WaitingForAPathRunsTheWaitingRendersBeforeIt) {
   dir_.write("big.xml", std::string(1000, 'b'));
   testing::internal::CaptureStderr();
   HtmlRenders renders(1);
-  renders.start(dir_.file("g.xml"), dir_.file("g.html"));
-  renders.start(dir_.file("a.xml"), dir_.file("a.html"));
-  renders.start(dir_.file("big.xml"), dir_.file("big.html"));
+  queue(renders, "g");
+  queue(renders, "a");
+  queue(renders, "big");
   dir_.write("gate", "");
   renders.waitForPath(dir_.file("a.html"));
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "err g.xml\nerr a.xml\n");
@@ -488,7 +494,7 @@ TEST_F(HtmlRendersTest, MissingXsltprocWarnsInOrder) {
   testing::internal::CaptureStderr();
   {
     HtmlRenders renders(2);
-    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+    queue(renders, "a");
     renders.start(dir_.file("b.xml"), stale);
   }
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
