@@ -63,12 +63,19 @@ bool quotedBetween(std::string_view text, size_t before, size_t after, std::stri
   return true;
 }
 
+// What an argument with neither a separator nor a ")" after it yields.
+enum class Unclosed {
+  kRestOfText,  // the not-found end lies past every character: the whole rest
+  kNothing,     // an end outside the text assigns nothing
+};
+
 // An argument that starts at `start` (just after its "(" or ","): past blanks
 // and one opening double quote; it ends before the first separator found by
 // scanning from `scanFrom`, less trailing blanks and one closing double quote,
 // or, with no separator, at the last ")" of the text. False when that range is
-// empty, inverted or outside the text.
-bool argumentFrom(std::string_view text, size_t start, size_t scanFrom, std::string_view& out) {
+// empty or inverted; with no ")" either, `unclosed` decides.
+bool argumentFrom(std::string_view text, size_t start, size_t scanFrom, Unclosed unclosed,
+                  std::string_view& out) {
   size_t separator = findSeparator(text, scanFrom);
   size_t end;
   if (separator != npos) {
@@ -77,8 +84,13 @@ bool argumentFrom(std::string_view text, size_t start, size_t scanFrom, std::str
     if (end > start && text[end - 1] == '"') --end;
   } else {
     end = text.rfind(')');
+    if (end == npos) {
+      if (unclosed == Unclosed::kNothing || start >= text.size()) return false;
+      out = text.substr(start);
+      return true;
+    }
   }
-  if (end == npos || end <= start || end > text.size()) return false;
+  if (end <= start || end > text.size()) return false;
   out = text.substr(start, end - start);
   return true;
 }
@@ -94,7 +106,13 @@ size_t skipBlanksAndQuote(std::string_view text, size_t at) {
 void parseSequenceAssertion(std::string_view text, std::string& firstArgument,
                             std::string& secondArgument, std::string& message) {
   size_t open = openingParenthesis(text, "ASSERT_SD");
-  if (open == npos) return;
+  if (open == npos) {
+    // A statement that names the macro but never calls it has no arguments.
+    firstArgument.clear();
+    secondArgument.clear();
+    message.clear();
+    return;
+  }
   size_t firstComma = findSeparator(text, open);
   quotedBetween(text, open, firstComma, firstArgument);
   if (firstComma == npos) return;
@@ -105,7 +123,7 @@ void parseSequenceAssertion(std::string_view text, std::string& firstArgument,
   // third, so a quote inside the message opens a string.
   size_t start = skipBlanksAndQuote(text, secondComma + 1);
   std::string_view third;
-  if (argumentFrom(text, start, start, third)) message.assign(third);
+  if (argumentFrom(text, start, start, Unclosed::kNothing, third)) message.assign(third);
 }
 
 }  // namespace
@@ -115,7 +133,7 @@ std::string macroFirstArgument(std::string_view statement, std::string_view macr
   if (open == npos) return std::string();
   size_t start = skipBlanksAndQuote(statement, open + 1);
   std::string_view argument;
-  if (!argumentFrom(statement, start, open, argument)) return std::string();
+  if (!argumentFrom(statement, start, open, Unclosed::kRestOfText, argument)) return std::string();
   return std::string(argument);
 }
 

@@ -61,8 +61,16 @@ TEST(ParseAssertionMacro, SequenceDiagramAssertions) {
       // Missing separators leave the later arguments unassigned.
       {R"(ZKR_ASSERT_SD("sd1", "m1"))", true, "sd1", kUnset, kUnset},
       {R"(ZKR_ASSERT_SD("sd1"))", true, kUnset, kUnset, kUnset},
-      {"ZKR_ASSERT_SD", true, kUnset, kUnset, kUnset},
+      // A "(" but no comma: nothing is assigned, earlier values survive.
       {"ZKR_ASSERT_SD(", true, kUnset, kUnset, kUnset},
+      {R"(ZKR_ASSERT_SD("flow32");)", true, kUnset, kUnset, kUnset},
+      // No "(" after the name at all: all three arguments become empty.
+      {"ZKR_ASSERT_SD", true, "", "", ""},
+      {"ZKR_ASSERT_SD_OFF flow32;", true, "", "", ""},
+      {"f(x); ZKR_ASSERT_SD_OFF flow32;", true, "", "", ""},
+      // An unclosed third argument lies outside the text: not assigned,
+      // unlike an unclosed first argument of the other macros.
+      {R"(ZKR_ASSERT_SD("sd1", "m1", "flow20 > 52;)", true, "sd1", "m1", kUnset},
       // The name is found anywhere, also inside a longer word.
       {R"(x; MY_ASSERT_SDX("a", "b", "c"))", true, "a", "b", "c\""},
   };
@@ -90,7 +98,15 @@ TEST(ParseAssertionMacro, FirstArgumentMacros) {
       {"ZKR_ASSERT_TRUE(,x)", true, kUnset, kUnset, ""},
       {"ZKR_ASSERT_TRUE)(", true, kUnset, kUnset, ""},
       {"ZKR_ASSERT_TRUE", true, kUnset, kUnset, ""},
-      {"ZKR_ASSERT_TRUE(x", true, kUnset, kUnset, ""},
+      {"ZKR_ASSERT_TRUE(\"", true, kUnset, kUnset, ""},
+      // Neither a separator nor a ")": the not-found end lies past every
+      // character, so the argument is the whole rest, untrimmed.
+      {"ZKR_ASSERT_TRUE(x", true, kUnset, kUnset, "x"},
+      {"ZKR_ASSERT_TRUE(speed15;", true, kUnset, kUnset, "speed15;"},
+      {"ZKR_ASSERT_TRUE(level25; // checked", true, kUnset, kUnset, "level25; // checked"},
+      {"ZKR_ASSERT_TRUE(temp29;\r", true, kUnset, kUnset, "temp29;\r"},
+      {"ZKR_ASSERT_TRUE( \"lvl  ", true, kUnset, kUnset, "lvl  "},
+      {"ZKR_ASSERT(x > 0;", true, kUnset, kUnset, "x > 0;"},
       // Names are tried in their fixed order, not in the order of the text.
       {"ZKR_ASSERT_FATAL(a); ZKR_ASSERT_TRUE(b)", true, kUnset, kUnset, "b"},
       {"ZKR_ASSERT_NAME(a); ZKR_ASSERT_NAME_FATAL(b)", true, kUnset, kUnset, "b"},
@@ -120,6 +136,9 @@ TEST(MacroFirstArgument, Cases) {
       {"f(y); ZKR_ASSERT_TRUE(x)", "ASSERT_TRUE", "x"},
       {"ZKR_ASSERT_TRUE (  x , y)", "ASSERT_TRUE", "x"},
       {"ZKR_ASSERT_TRUE(x,", "ASSERT_TRUE", "x"},
+      {"ZKR_ASSERT_TRUE(speed15;", "ASSERT_TRUE", "speed15;"},
+      {"ZKR_ASSERT_TRUE(temp29;\r", "ASSERT_TRUE", "temp29;\r"},
+      {"ZKR_ASSERT_SD_OFF flow32;", "ASSERT_SD", ""},
       {"ZKR_ASSERT_TRUE(\"", "ASSERT_TRUE", ""},
       {"", "ASSERT", ""},
   };

@@ -134,6 +134,22 @@ TEST(EndToEnd, ContextWritesEveryMemberThenItself) {
   EXPECT_EQ(maskedXml(s.path("out/SdPass.xml")), test::readFile(s.path("expected/SdPass.xml")));
 }
 
+// A short-form log over half-edited sources: calls without a closing
+// parenthesis (one file with CRLF line ends) and a sequence diagram macro
+// named without a call.
+TEST(EndToEnd, HalfEditedStatementsInShortForm) {
+  Scenario s("halfedit");
+  Outcome o = s.run({"-infofile", "half.info", "-resultfile", "results.log", "-outdirectory", "out",
+                     "-tcontext", "Pkg.Half"});
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.status, 10);
+  for (const char* name : {"Half", "HalfCode", "HalfFlow"}) {
+    EXPECT_EQ(maskedXml(s.path("out/" + std::string(name) + ".xml")),
+              test::readFile(s.path("expected/" + std::string(name) + ".xml")))
+        << name;
+  }
+}
+
 TEST(EndToEnd, EmptyContextIsUndefined) {
   Scenario s("shop");
   Outcome o = s.run(shopArgs("-tcontext", "Pkg.Nobody"));
