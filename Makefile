@@ -47,7 +47,7 @@ sanitize: setup
 	  ctest --output-on-failure -j $(JOBS)
 
 format:
-	@clang-format -i app/*.h app/*.cc input/*.h input/*.cc verify/*.h verify/*.cc \
+	@clang-format -i base/*.h base/*.cc app/*.h app/*.cc input/*.h input/*.cc verify/*.h verify/*.cc \
 	  report/*.h report/*.cc tests/*.h tests/*.cc
 
 clean:

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <string>
 
-#include "app/paths.h"
-#include "app/run_settings.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
 
 namespace qendor {
 

@@ -5,7 +5,7 @@
 
 #include "app/command_line.h"
 #include "app/report_driver.h"
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "input/info_file.h"
 #include "input/result_file.h"
 

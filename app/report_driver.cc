@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
-#include "app/paths.h"
-#include "app/run_settings.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
 #include "report/html_report.h"
 #include "report/result_document.h"
 #include "report/xml_node.h"

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "fuzz/fuzz_support.h"
 #include "verify/chart_search.h"
 #include "verify/verification_file.h"

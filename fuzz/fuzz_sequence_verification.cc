@@ -6,7 +6,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "fuzz/fuzz_support.h"
 #include "verify/sequence_verification.h"
 

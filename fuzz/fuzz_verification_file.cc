@@ -2,7 +2,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "fuzz/fuzz_support.h"
 #include "verify/verification_file.h"
 

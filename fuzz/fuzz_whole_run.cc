@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "app/entry.h"
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "fuzz/fuzz_support.h"
 
 using namespace qendor;

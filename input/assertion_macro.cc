@@ -1,6 +1,6 @@
 #include "input/assertion_macro.h"
 
-#include "app/text.h"
+#include "base/text.h"
 
 namespace qendor {
 

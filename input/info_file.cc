@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include "app/line_reader.h"
-#include "app/paths.h"
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/line_reader.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 
 namespace qendor {
 

@@ -1,7 +1,7 @@
 #include "input/record_path.h"
 
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 
 namespace qendor {
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <unordered_map>
 
-#include "app/line_reader.h"
-#include "app/paths.h"
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/line_reader.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 #include "input/assertion_collection.h"
 #include "input/assertion_macro.h"
 #include "input/record_path.h"

@@ -6,10 +6,10 @@
 #include <unordered_map>
 #include <vector>
 
-#include "app/line_reader.h"
-#include "app/paths.h"
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/line_reader.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 #include "input/result_file.h"
 
 namespace qendor {

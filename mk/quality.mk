@@ -38,14 +38,14 @@ lint: setup
 	@cmake -S . -B $(LINT_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 	@echo "lint: clang-tidy"
 	@run-clang-tidy -quiet -p $(LINT_BUILD) -j $(JOBS) \
-	  '$(CURDIR)/(app|input|verify|report)/.*\.cc$$' >$(LINT_BUILD)/clang-tidy.log 2>&1 \
+	  '$(CURDIR)/(base|app|input|verify|report)/.*\.cc$$' >$(LINT_BUILD)/clang-tidy.log 2>&1 \
 	  || { grep -E 'warning:|error:' -A3 $(LINT_BUILD)/clang-tidy.log; exit 1; }
 	@if grep -qE '(warning|error):' $(LINT_BUILD)/clang-tidy.log; then \
 	  grep -E '(warning|error):' -A3 $(LINT_BUILD)/clang-tidy.log; exit 1; fi
 	@echo "lint: cppcheck"
 	@cppcheck --quiet --error-exitcode=1 --std=c++17 --language=c++ --inline-suppr \
 	  --enable=warning,performance,portability --suppress=missingIncludeSystem \
-	  -I . app input verify report
+	  -I . base app input verify report
 
 # The bundled examples and the shop scenario under valgrind.
 memcheck: build

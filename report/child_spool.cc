@@ -7,7 +7,7 @@
 #include <new>
 #include <utility>
 
-#include "app/paths.h"
+#include "base/paths.h"
 
 namespace qendor {
 

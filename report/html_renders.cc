@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstdio>
 
-#include "app/paths.h"
-#include "app/run_settings.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
 #include "report/html_report.h"
 
 extern char** environ;

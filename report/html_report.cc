@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "app/paths.h"
-#include "app/run_settings.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
 #include "report/xml_node.h"
 
 namespace qendor {

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/paths.h"
-#include "app/run_settings.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
 #include "report/test_case_result.h"
 #include "report/xml_node.h"
 

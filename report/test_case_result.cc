@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <string_view>
 
-#include "app/paths.h"
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 #include "input/assertion_macro.h"
 #include "report/xml_node.h"
 #include "verify/assertion_text.h"

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "tests/test_support.h"
 
 namespace qendor {

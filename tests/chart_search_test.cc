@@ -8,8 +8,8 @@
 #include <string>
 #include <utility>
 
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 #include "tests/test_support.h"
 #include "verify/verification_file.h"
 

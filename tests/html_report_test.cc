@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "report/xml_node.h"
 #include "tests/test_support.h"
 

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "tests/test_support.h"
 
 namespace qendor {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "tests/test_support.h"
 
 namespace qendor {

@@ -13,7 +13,7 @@
 #include <string>
 #include <utility>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "report/html_report.h"
 #include "report/xml_node.h"
 #include "tests/test_support.h"

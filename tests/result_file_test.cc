@@ -5,7 +5,7 @@
 #include <random>
 #include <string>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "input/assertion_collection.h"
 #include "input/assertion_macro.h"
 #include "input/record_path.h"

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 
 namespace qendor {
 namespace {

@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 #include "report/xml_node.h"
 #include "tests/test_support.h"
 

@@ -3,8 +3,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 
 namespace qendor {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "verify/chart_record.h"
+#include "base/chart_record.h"
 
 namespace qendor {
 

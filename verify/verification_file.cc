@@ -5,10 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include "app/line_reader.h"
-#include "app/paths.h"
-#include "app/run_settings.h"
-#include "app/text.h"
+#include "base/line_reader.h"
+#include "base/paths.h"
+#include "base/run_settings.h"
+#include "base/text.h"
 
 namespace qendor {
 

@@ -1,4 +1,4 @@
-#include "app/run_settings.h"
+#include "base/run_settings.h"
 
 namespace qendor {
 

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "input/assertion_record.h"
-#include "verify/chart_record.h"
+#include "base/assertion_record.h"
+#include "base/chart_record.h"
 
 namespace qendor {
 

@@ -1,4 +1,4 @@
-#include "verify/chart_record.h"
+#include "base/chart_record.h"
 
 #include <functional>
 
