@@ -26,10 +26,12 @@ bool canCreate(const std::string& path) {
 
 int writeReport(const std::string& fullName, int32_t number) {
   HtmlRenders renders(1);
-  return writeReport(fullName, number, renders);
+  TestCaseVerdicts judged;
+  return writeReport(fullName, number, renders, judged);
 }
 
-int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders) {
+int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders,
+                TestCaseVerdicts& judged) {
   const RunSettings& r = run();
   const std::string stem =
       std::string(r.outDirectory ? r.outDirectory : "") + "\\" + baseReportName(fullName);
@@ -50,10 +52,12 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
   int resultCode = 25;
   try {
     if (number < 1) {
-      buildTestContextDocument(resultCode).save(xmlPath);
+      buildTestContextDocument(resultCode, judged).save(xmlPath);
     } else {
+      const TestCaseVerdict& verdict =
+          judged.insert_or_assign(number, judgeTestCase(number)).first->second;
       SpooledDocument document;
-      document.root.reset(buildTestCaseDocument(number, resultCode, &document.spool));
+      document.root.reset(buildTestCaseDocument(number, verdict, resultCode, &document.spool));
       document.save(xmlPath);
     }
   } catch (...) {
@@ -82,6 +86,7 @@ int runReports(size_t renderSlots) {
   // before the tables go and before this returns, an unexpected error
   // included (the destructor).
   HtmlRenders renders(renderSlots);
+  TestCaseVerdicts judged;
   int result = 12;
   if (!r.testCaseName.empty()) {
     result = 22;
@@ -89,7 +94,7 @@ int runReports(size_t renderSlots) {
     for (const auto& [number, name] : r.testCaseNames) {
       if (name != r.testCaseName) continue;
       found = true;
-      result = writeReport(name, number, renders);
+      result = writeReport(name, number, renders, judged);
       break;
     }
     if (!found) {
@@ -101,8 +106,8 @@ int runReports(size_t renderSlots) {
     for (const auto& [number, name] : r.testCaseNames) {
       if (contextOf(name) == r.testContextName) members.emplace_back(number, name);
     }
-    for (const auto& [number, name] : members) writeReport(name, number, renders);
-    result = writeReport(r.testContextName, -1, renders);
+    for (const auto& [number, name] : members) writeReport(name, number, renders, judged);
+    result = writeReport(r.testContextName, -1, renders, judged);
   }
   renders.finishAll();
   releaseRunTables();

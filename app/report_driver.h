@@ -6,6 +6,7 @@
 #include <string>
 
 #include "report/html_renders.h"
+#include "verify/test_case_verdict.h"
 
 namespace qendor {
 
@@ -24,7 +25,10 @@ int runReports(size_t renderSlots);
 // code of the document, or 25 when a file could not be written.
 int writeReport(const std::string& fullName, int32_t number);
 
-// The same, leaving xsltproc running in `renders`.
-int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders);
+// The same, leaving xsltproc running in `renders`. Each test case is judged
+// once: its verdict goes into `judged`, and the context's document takes the
+// verdicts found there.
+int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders,
+                TestCaseVerdicts& judged);
 
 }  // namespace qendor

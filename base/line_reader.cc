@@ -30,6 +30,8 @@ LineReader::LineReader(const std::string& path)
   }
 }
 
+LineReader::LineReader(std::string_view text) : inMemory_(true), text_(text) {}
+
 LineReader::~LineReader() {
   if (fd_ >= 0) close(fd_);
 }
@@ -65,7 +67,18 @@ bool LineReader::fill() {
   return true;
 }
 
+bool LineReader::nextInMemory(std::string_view& line) {
+  if (text_.empty()) return false;
+  const void* feed = std::memchr(text_.data(), '\n', text_.size());
+  const size_t length =
+      feed ? static_cast<size_t>(static_cast<const char*>(feed) - text_.data()) : text_.size();
+  line = text_.substr(0, length);
+  text_.remove_prefix(feed ? length + 1 : length);
+  return true;
+}
+
 bool LineReader::next(std::string_view& line) {
+  if (inMemory_) return nextInMemory(line);
   size_t searchFrom = begin_;
   for (;;) {
     const char* start = buffer_.get() + searchFrom;

@@ -1,4 +1,5 @@
-// Reads a text file line by line up to each line feed, fast on huge files.
+// Cuts text into lines up to each line feed: a file read in large chunks, so
+// that a huge log streams through a small buffer, or bytes already in memory.
 #pragma once
 
 #include <cstddef>
@@ -13,11 +14,13 @@ class LineReader {
   // Opens `path` for reading; check isOpen(). A directory opens but reads as
   // empty, as fopen and a read give on Linux.
   explicit LineReader(const std::string& path);
+  // Reads `text`, which must outlive the reader. Always open.
+  explicit LineReader(std::string_view text);
   ~LineReader();
   LineReader(const LineReader&) = delete;
   LineReader& operator=(const LineReader&) = delete;
 
-  bool isOpen() const { return fd_ >= 0; }
+  bool isOpen() const { return fd_ >= 0 || inMemory_; }
 
   // The next line without its line feed; nothing else is trimmed (a carriage
   // return stays). A last line without a line feed is returned too, unless it
@@ -28,7 +31,11 @@ class LineReader {
  private:
   bool fill();
 
+  bool nextInMemory(std::string_view& line);
+
   int fd_ = -1;
+  bool inMemory_ = false;
+  std::string_view text_;           // the unread rest, in memory
   size_t firstChunk_ = 0;           // the first buffer: the file's size, within bounds
   std::unique_ptr<char[]> buffer_;  // not zero-filled: only read text is looked at
   size_t capacity_ = 0;

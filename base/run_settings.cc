@@ -6,9 +6,13 @@ namespace {
 RunSettings* g_run = new RunSettings;  // never destroyed: lives until the process ends
 }  // namespace
 
-RunSettings& run() { return *g_run; }
+RunSettings& run() {
+  return *g_run;
+}
 
-void resetRun() { *g_run = RunSettings(); }
+void resetRun() {
+  *g_run = RunSettings();
+}
 
 void releaseRunTables() {
   RunSettings& r = run();

@@ -47,6 +47,8 @@ int32_t readInt32(std::string_view text) {
   return static_cast<int32_t>(static_cast<uint32_t>(static_cast<uint64_t>(result)));
 }
 
-std::string decimalText(int64_t number) { return std::to_string(number); }
+std::string decimalText(int64_t number) {
+  return std::to_string(number);
+}
 
 }  // namespace qendor

@@ -27,9 +27,9 @@ int32_t lineKey(uint32_t count) {
   return static_cast<int32_t>(count);
 }
 
-// Reads one source file into `statements`: every assertion statement under
-// the number of the line that holds its ";".
-void collectFile(LineReader& reader, LineStatements& statements) {
+}  // namespace
+
+void collectStatements(LineReader& reader, LineStatements& statements) {
   uint32_t count = 0;
   std::string_view line;
   std::string statement;
@@ -57,8 +57,6 @@ void collectFile(LineReader& reader, LineStatements& statements) {
   }
 }
 
-}  // namespace
-
 bool collectAssertions() {
   bool anyRead = false;
   for (const auto& [number, path] : run().sourceFiles) {
@@ -66,7 +64,7 @@ bool collectAssertions() {
     if (!statements) statements = std::make_unique<LineStatements>();
     LineReader reader(normalisePath(path));
     if (!reader.isOpen()) continue;
-    collectFile(reader, *statements);
+    collectStatements(reader, *statements);
     anyRead = true;
   }
   return anyRead;

@@ -26,7 +26,7 @@ void erasePrefix(std::string_view& text, size_t count) {
 
 // "TESTCASE " name, blank, number, blank, sequence diagram name. The diagram
 // name of the last line that had one carries over to lines without one.
-void readTestCaseLine(std::string_view line, std::string& diagramName) {
+void readTestCaseLine(std::string_view line, std::string& diagramName, RunSettings& settings) {
   std::string_view rest = afterFirstBlank(line);
   std::string_view name = cutField(rest, " ");
   std::string_view numberField = rest;
@@ -36,12 +36,12 @@ void readTestCaseLine(std::string_view line, std::string& diagramName) {
     diagramName.assign(rest.substr(blank + 1));
   }
   int32_t number = readInt32(numberField);
-  run().testCaseNames[number].assign(name);
-  run().sequenceDiagramNames[number] = diagramName;
+  settings.testCaseNames[number].assign(name);
+  settings.sequenceDiagramNames[number] = diagramName;
 }
 
 // "FILE", blank, double-quoted path, blank, file number.
-void readFileLine(std::string_view line) {
+void readFileLine(std::string_view line, RunSettings& settings) {
   std::string_view rest = line;
   cutField(rest, "\"");
   size_t closing = rest.find('"');
@@ -49,7 +49,7 @@ void readFileLine(std::string_view line) {
   // Path, closing quote and the one character after it go. Without a closing
   // quote the position wraps round as in the other cuts: one character goes.
   erasePrefix(rest, closing == std::string_view::npos ? 1 : closing + 2);
-  run().sourceFiles[readInt32(rest)].assign(path);
+  settings.sourceFiles[readInt32(rest)].assign(path);
 }
 
 struct ValueKey {
@@ -70,25 +70,29 @@ const ValueKey kValueKeys[] = {
 
 }  // namespace
 
-bool readInfoFile() {
-  LineReader reader(normalisePathCopy(run().infoFile));
-  if (!reader.isOpen()) return false;
+void parseInfoFile(LineReader& lines, RunSettings& settings) {
   std::string diagramName;  // survives from one "TESTCASE " line to the next
   std::string_view line;
-  while (reader.next(line)) {
+  while (lines.next(line)) {
     if (startsWith(line, "TESTCASE ")) {
-      readTestCaseLine(line, diagramName);
+      readTestCaseLine(line, diagramName, settings);
     } else if (startsWith(line, "FILE")) {
-      readFileLine(line);
+      readFileLine(line, settings);
     } else {
       for (const ValueKey& key : kValueKeys) {
         if (startsWith(line, key.key)) {
-          (run().*key.setting).assign(afterFirstBlank(line));
+          (settings.*key.setting).assign(afterFirstBlank(line));
           break;
         }
       }
     }
   }
+}
+
+bool readInfoFile() {
+  LineReader lines(normalisePathCopy(run().infoFile));
+  if (!lines.isOpen()) return false;
+  parseInfoFile(lines, run());
   return true;
 }
 

@@ -23,10 +23,11 @@ std::string normaliseRecordPath(std::string_view path) {
   return result;
 }
 
-std::string matchSourceFile(std::string_view normalisedPath) {
+std::string matchSourceFile(std::string_view normalisedPath,
+                            const RunTable<std::string>& sourceFiles) {
   std::string withSlash = "/";
   withSlash.append(normalisedPath);
-  for (const auto& [number, stored] : run().sourceFiles) {
+  for (const auto& [number, stored] : sourceFiles) {
     if (contains(stored, withSlash) || stored.find(normalisedPath) == 1) {
       return decimalText(number);
     }

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/run_settings.h"
+
 namespace qendor {
 
 // The record path as it is matched: every backslash turned into "/", then
@@ -12,9 +14,10 @@ namespace qendor {
 // then one leading "/" dropped.
 std::string normaliseRecordPath(std::string_view path);
 
-// The number ("%d") of the first FILE entry, in ascending order, whose path
+// The number ("%d") of the first entry of `sourceFiles`, in ascending order, whose path
 // holds "/" followed by `normalisedPath`, or failing that, holds the first
 // occurrence of `normalisedPath` at index 1. Empty when no entry matches.
-std::string matchSourceFile(std::string_view normalisedPath);
+std::string matchSourceFile(std::string_view normalisedPath,
+                            const RunTable<std::string>& sourceFiles);
 
 }  // namespace qendor

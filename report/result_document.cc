@@ -77,25 +77,39 @@ void addHeaderInfo(xmlNode* header) {
 }
 
 int testCaseStatusCode(std::string_view status) {
-  if (status == "PASSED") return 0;
-  if (status == "FAILED") return 10;
-  if (status == "ERROR") return 11;
-  if (status == "NOT_TERMINATED") return 13;
-  return 12;
+  for (Status known : {Status::kPassed, Status::kFailed, Status::kError, Status::kNotTerminated}) {
+    if (status == statusText(known)) return statusCode(known);
+  }
+  return statusCode(Status::kUndefined);
 }
 
-xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode, ChildSpool* assertions) {
-  // Held until the end: a range error of the sequence verification must not
-  // leak the tree on its way to the entry point.
+// Any status but "PASSED" is a failure, and one failure is for good.
+Status foldContextStatus(Status contextSoFar, Status folded) {
+  if (folded != Status::kPassed) return Status::kFailed;
+  return contextSoFar == Status::kFailed ? Status::kFailed : Status::kPassed;
+}
+
+xmlNode* buildTestCaseDocument(int32_t testCase, const TestCaseVerdict& verdict, int& resultCode,
+                               ChildSpool* assertions) {
   XmlNodePtr root(newElement("TestResult"));
   setAttribute(root.get(), "kind", "rk_testcase");
   const std::string fullName = run().testCaseNames[testCase];
   addResultHeader(root.get(), afterLast(fullName, '.'), fullName);
-  resultCode = testCaseStatusCode(writeTestCaseResult(root.get(), testCase, assertions));
+  writeTestCaseResult(root.get(), testCase, verdict, assertions);
+  resultCode = statusCode(verdict.folded);
   return root.release();
 }
 
+xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode, ChildSpool* assertions) {
+  return buildTestCaseDocument(testCase, judgeTestCase(testCase), resultCode, assertions);
+}
+
 SpooledDocument buildTestContextDocument(int& resultCode) {
+  TestCaseVerdicts judged;
+  return buildTestContextDocument(resultCode, judged);
+}
+
+SpooledDocument buildTestContextDocument(int& resultCode, TestCaseVerdicts& judged) {
   RunSettings& r = run();
   XmlNodePtr root(newElement("TestResult"));
   setAttribute(root.get(), "kind", "rk_testcontext");
@@ -110,24 +124,22 @@ SpooledDocument buildTestContextDocument(int& resultCode) {
   for (const auto& [number, name] : r.testCaseNames) {
     if (contextOf(name) == r.testContextName) members.push_back(number);
   }
-  // Any status but "PASSED" is a failure, and one failure is for good.
-  std::string contextStatus = "UNDEFINED";
+  Status contextStatus = Status::kUndefined;
   for (int32_t number : members) {
+    auto found = judged.find(number);
+    if (found == judged.end()) found = judged.emplace(number, judgeTestCase(number)).first;
+    const TestCaseVerdict& verdict = found->second;
     // Each test case is written in its place in the tree, so that its lines
     // are indented as deep as they stand, and then spooled.
     ChildSpool assertions;
-    const std::string status = writeTestCaseResult(contextResult, number, &assertions);
+    writeTestCaseResult(contextResult, number, verdict, &assertions);
     xmlNode* caseResult = contextResult->last;
     xmlUnlinkNode(caseResult);
     document.spool.add(XmlNodePtr(caseResult), &assertions);
-    if (status != "PASSED") {
-      contextStatus = "FAILED";
-    } else if (contextStatus != "FAILED") {
-      contextStatus = "PASSED";
-    }
+    contextStatus = foldContextStatus(contextStatus, verdict.folded);
   }
-  setAttribute(contextResult, "status", contextStatus);
-  resultCode = testCaseStatusCode(contextStatus);
+  setAttribute(contextResult, "status", statusText(contextStatus));
+  resultCode = statusCode(contextStatus);
   return document;
 }
 

@@ -52,7 +52,9 @@ class ChartSearchTest : public ::testing::Test {
 
   void load(const std::string& kind, const std::string& records) {
     dir_.write("Chart.ver", kind + "\n" + records);
-    ASSERT_EQ(readVerificationFile(1), kind == "FLOWCHART_TEST" ? kFlowchartTest : kStatechartTest);
+    ASSERT_EQ(readVerificationFile(1), kind == "FLOWCHART_TEST"
+                                           ? VerificationKind::kFlowchartTest
+                                           : VerificationKind::kStatechartTest);
   }
   const ChartRecord* at(const char* guid) {
     const ChartRecord* found = findChartRecord(guid, 1);

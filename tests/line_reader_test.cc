@@ -10,11 +10,21 @@
 namespace qendor {
 namespace {
 
-std::vector<std::string> readAll(const std::string& path) {
-  LineReader reader(path);
+std::vector<std::string> linesOf(LineReader& reader) {
   std::vector<std::string> lines;
   std::string_view line;
   while (reader.next(line)) lines.emplace_back(line);
+  return lines;
+}
+
+// The lines of the file at `path`; the same text cut in memory must give the
+// same lines.
+std::vector<std::string> readAll(const std::string& path) {
+  LineReader file(path);
+  std::vector<std::string> lines = linesOf(file);
+  const std::string text = test::readFile(path);
+  LineReader memory{std::string_view(text)};
+  EXPECT_EQ(linesOf(memory), lines) << path;
   return lines;
 }
 
@@ -56,6 +66,15 @@ TEST(LineReader, LinesAcrossBufferBoundariesComeOutWhole) {
   for (const std::string& line : expected) content += line + "\n";
   test::TempDir dir;
   EXPECT_EQ(readAll(dir.write("many.txt", content)), expected);
+}
+
+TEST(LineReader, TextInMemoryIsAlwaysOpen) {
+  LineReader empty{std::string_view()};
+  EXPECT_TRUE(empty.isOpen());
+  std::string_view line;
+  EXPECT_FALSE(empty.next(line));
+  LineReader text{std::string_view("x\r\n\ny")};
+  EXPECT_EQ(linesOf(text), (std::vector<std::string>{"x\r", "", "y"}));
 }
 
 TEST(LineReader, MissingFileDoesNotOpenAndDirectoryReadsEmpty) {

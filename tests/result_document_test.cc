@@ -31,7 +31,7 @@ std::string dumpWithoutTime(xmlNode* node) {
 }
 
 AssertionRecord record(std::string text, std::string status = "PASSED") {
-  return AssertionRecord{std::move(text), std::move(status), "1", "10", ""};
+  return AssertionRecord{std::move(text), test::recordStatus(status), "1", "10", ""};
 }
 const char kFinish[] = R"(ZKR_ASSERT_NAME("Finished test case: x", 1))";
 
@@ -161,7 +161,7 @@ TEST_F(ResultDocumentTest, SpooledAssertionsSaveAsTheWholeTree) {
   addOneOfEachStatus();
   auto sdRecord = [](const char* message, const char* progress) {
     return AssertionRecord{std::string("ZKR_ASSERT_SD(\"s\", \"") + message + "\", \"x\")",
-                           "PASSED", "1", "7", std::string("step - progress ") + progress};
+                           Status::kPassed, "1", "7", std::string("step - progress ") + progress};
   };
   for (int32_t number : {6, 7}) {
     const std::string name = number == 6 ? "F" : "G";
@@ -211,9 +211,10 @@ TEST_F(ResultDocumentTest, NotTerminatedKeepsErrorInTheDocument) {
 TEST_F(ResultDocumentTest, RangeErrorLeavesNothingBehind) {
   run().testCaseNames[1] = "P.A";
   dir_.write("A.ver", "SD_TEST\nALT_OPERAND_BEGIN\n1");
-  run().testCaseAssertions[1] = std::make_unique<AssertionList>(AssertionList{
-      AssertionRecord{R"(ZKR_ASSERT_SD("s", "m", "x"))", "PASSED", "1", "1", "x - progress 2/2"},
-      record(kFinish)});
+  run().testCaseAssertions[1] = std::make_unique<AssertionList>(
+      AssertionList{AssertionRecord{R"(ZKR_ASSERT_SD("s", "m", "x"))", Status::kPassed, "1", "1",
+                                    "x - progress 2/2"},
+                    record(kFinish)});
   int code = -1;
   EXPECT_THROW(buildTestCaseDocument(1, code), std::out_of_range);
   run().testContextName = "P";

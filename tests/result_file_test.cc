@@ -32,8 +32,8 @@ std::string finish() {
 }
 
 std::string dumpRecord(const AssertionRecord& r) {
-  return r.assertionText + "|" + r.status + "|" + r.fileNumber + "|" + r.lineNumber + "|" +
-         r.detailText;
+  return r.assertionText + "|" + std::string(statusText(r.status)) + "|" + r.fileNumber + "|" +
+         r.lineNumber + "|" + r.detailText;
 }
 
 // Every list as "number: record; record" lines; a null list as "number: null".
@@ -171,7 +171,7 @@ TEST_F(MatchSourceFileTest, Cases) {
   };
   for (const Case& c : cases) {
     run().sourceFiles = c.files;
-    EXPECT_EQ(matchSourceFile(c.path), c.expected) << c.path;
+    EXPECT_EQ(matchSourceFile(c.path, run().sourceFiles), c.expected) << c.path;
   }
 }
 

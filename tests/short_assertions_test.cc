@@ -24,8 +24,8 @@ std::string dumpTables() {
       continue;
     }
     for (const AssertionRecord& r : *list) {
-      out += " [" + r.assertionText + "|" + r.status + "|" + r.fileNumber + "|" + r.lineNumber +
-             "|" + r.detailText + "]";
+      out += " [" + r.assertionText + "|" + std::string(statusText(r.status)) + "|" + r.fileNumber +
+             "|" + r.lineNumber + "|" + r.detailText + "]";
     }
     out += "\n";
   }
@@ -97,8 +97,8 @@ TEST_F(ShortAssertionsTest, StatusAndFieldsAsWritten) {
     std::string got;
     if (list.size() == 2) {
       const AssertionRecord& r = list[1];
-      got = r.assertionText + "|" + r.status + "|" + r.fileNumber + "|" + r.lineNumber + "|" +
-            r.detailText;
+      got = r.assertionText + "|" + std::string(statusText(r.status)) + "|" + r.fileNumber + "|" +
+            r.lineNumber + "|" + r.detailText;
     }
     EXPECT_LE(list.size(), 2u) << c.line;
     EXPECT_EQ(got, c.record) << c.line;

@@ -21,7 +21,7 @@ using test::dumpNode;
 
 AssertionRecord record(std::string text, std::string status = "PASSED", std::string detail = "",
                        std::string fileNumber = "1", std::string lineNumber = "10") {
-  return AssertionRecord{std::move(text), std::move(status), std::move(fileNumber),
+  return AssertionRecord{std::move(text), test::recordStatus(status), std::move(fileNumber),
                          std::move(lineNumber), std::move(detail)};
 }
 

@@ -1,6 +1,8 @@
 // Helpers shared by the tests: a fresh run, temporary folders and files.
 #pragma once
 
+#include "base/status.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -8,6 +10,11 @@
 
 namespace qendor {
 namespace test {
+
+// The status of a record written as the log reader would file it.
+inline Status recordStatus(std::string_view text) {
+  return text == "FAILED" ? Status::kFailed : Status::kPassed;
+}
 
 // A temporary folder removed with its contents when the object goes.
 class TempDir {

@@ -1,6 +1,7 @@
 #include "verify/chart_search.h"
 
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "base/run_settings.h"
@@ -96,12 +97,12 @@ class TransitionRun {
 template <class Advance>
 const ChartRecord* runSearch(const ChartRecord* start, Advance advance) {
   std::vector<Frame> stack;
-  TransitionRun run;
+  TransitionRun transitions;
   Move move = callOn(start);
   for (;;) {
     if (move.call) {
       const ChartRecord* callee = move.record;
-      if (callee && (isState(*callee) || !run.repeats(stack, callee))) {
+      if (callee && (isState(*callee) || !transitions.repeats(stack, callee))) {
         stack.push_back(Frame{callee});
       } else if (stack.empty()) {
         return nullptr;  // a null record yields null
@@ -127,11 +128,11 @@ std::string withoutBlanks(const std::string& text) {
 // The transition rule the two step searches share: the assertion in the
 // target's entry action finds the target, another assertion there is a
 // barrier, otherwise the search goes on in the target.
-Move transitionStep(Frame& frame, const std::string& assertion, int32_t testCase) {
+Move transitionStep(Frame& frame, const std::string& assertion, const ChartList& chart) {
   if (frame.phase != Phase::kStart) return yield(nullptr);
   const ChartRecord& record = *frame.record;
   if (record.transitionName.empty()) return yield(nullptr);
-  const ChartRecord* target = findChartRecord(record.transitionTarget, testCase);
+  const ChartRecord* target = chart.find(record.transitionTarget);
   if (!target) return yield(nullptr);
   if (contains(target->entryAction, assertion)) return yield(target);
   if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
@@ -140,11 +141,11 @@ Move transitionStep(Frame& frame, const std::string& assertion, int32_t testCase
 }
 
 // Tries frame.leaving in turn from frame.next, each through findChartRecord.
-Move nextLeaving(Frame& frame, int32_t testCase) {
+Move nextLeaving(Frame& frame, const ChartList& chart) {
   frame.phase = Phase::kLeaving;
   if (frame.next < frame.leaving->size()) {
     const std::string& guid = (*frame.leaving)[frame.next++];
-    return callOn(findChartRecord(guid, testCase));
+    return callOn(chart.find(guid));
   }
   return yield(nullptr);
 }
@@ -152,87 +153,117 @@ Move nextLeaving(Frame& frame, int32_t testCase) {
 // A flowchart node entered by a search: its default transition alone, or
 // else its leaving transitions (its parent's, for a local termination inside
 // a composite node). Both flowchart searches leave a node this way.
-Move leaveFlowchartNode(Frame& frame, VisitedRecords& visited, int32_t testCase) {
+Move leaveFlowchartNode(Frame& frame, VisitedRecords& visited, const ChartList& chart) {
   const ChartRecord& node = *frame.record;
   if (enter(visited, frame.record)) return yield(nullptr);
   if (!node.defaultTransition.empty()) {
     frame.phase = Phase::kLast;  // followed alone
-    return callOn(findChartRecord(node.defaultTransition, testCase));
+    return callOn(chart.find(node.defaultTransition));
   }
   frame.leaving = &node.outTransitions;
   if (node.stateType == "LocalTermination" && node.parentName != "ROOT") {
-    const ChartRecord* parent = findChartRecord(node.parentGuid, testCase);
+    const ChartRecord* parent = chart.find(node.parentGuid);
     if (!parent) return yield(nullptr);
     frame.leaving = &parent->outTransitions;
   }
-  return nextLeaving(frame, testCase);
+  return nextLeaving(frame, chart);
+}
+
+// A statechart state entered by a search, from the point where its own
+// actions have been looked at: it is entered (once only), then its default
+// transition is followed, then each leaving transition that `pick` turns into
+// a move (true), then, below the top level, its parent.
+template <class Pick>
+Move leaveState(Frame& frame, VisitedRecords& visited, const ChartList& chart, bool topLevel,
+                Pick pick) {
+  const ChartRecord& state = *frame.record;
+  switch (frame.phase) {
+    case Phase::kStart:
+      if (enter(visited, frame.record)) return yield(nullptr);
+      frame.phase = Phase::kDefault;
+      if (!state.defaultTransition.empty()) return callOn(chart.find(state.defaultTransition));
+      [[fallthrough]];
+    case Phase::kDefault:
+    case Phase::kLeaving:
+      frame.phase = Phase::kLeaving;
+      while (frame.next < state.outTransitions.size()) {
+        const ChartRecord* t = chart.find(state.outTransitions[frame.next++]);
+        Move move{};
+        if (t && pick(*t, move)) return move;
+      }
+      if (topLevel) return yield(nullptr);
+      frame.phase = Phase::kLast;
+      return callOn(chart.find(state.parentGuid));
+    case Phase::kLast:
+      break;
+  }
+  return yield(nullptr);
+}
+
+}  // namespace
+
+namespace {
+
+const ChartList& chartOf(int32_t testCase) {
+  static const ChartList kEmpty;
+  const std::unique_ptr<ChartList>& chart = run().chartSteps[testCase];
+  return chart ? *chart : kEmpty;
 }
 
 }  // namespace
 
 const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase) {
-  const std::unique_ptr<ChartList>& chart = run().chartSteps[testCase];
-  return chart ? chart->find(guid) : nullptr;
+  return chartOf(testCase).find(guid);
 }
 
 const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
-                                  VisitedRecords& visited, int32_t testCase) {
+                                  VisitedRecords& visited, const ChartList& chart) {
   assertion = withoutBlanks(assertion);
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& state = *frame.record;
-    if (!isState(state)) return transitionStep(frame, assertion, testCase);
-    switch (frame.phase) {
-      case Phase::kStart:
-        if (contains(state.entryAction, assertion)) return yield(frame.record);
-        if (contains(state.internalAction, assertion)) return yield(frame.record);
-        if (contains(state.exitAction, assertion)) return yield(frame.record);
-        if (contains(state.exitAction, kAssertMarker)) return yield(nullptr);
-        if (enter(visited, frame.record)) return yield(nullptr);
-        frame.phase = Phase::kDefault;
-        if (!state.defaultTransition.empty()) {
-          return callOn(findChartRecord(state.defaultTransition, testCase));
-        }
-        [[fallthrough]];
-      case Phase::kDefault:
-      case Phase::kLeaving:
-        frame.phase = Phase::kLeaving;
-        while (frame.next < state.outTransitions.size()) {
-          const ChartRecord* t = findChartRecord(state.outTransitions[frame.next++], testCase);
-          if (!t) continue;
-          if (contains(t->transitionAction, assertion)) return yield(t);
-          if (!contains(t->transitionAction, kAssertMarker)) return callOn(t);
-        }
-        if (state.parentGuid.empty() || state.parentGuid == "ROOT") return yield(nullptr);
-        frame.phase = Phase::kLast;
-        return callOn(findChartRecord(state.parentGuid, testCase));
-      case Phase::kLast:
-        break;
+    if (!isState(state)) return transitionStep(frame, assertion, chart);
+    if (frame.phase == Phase::kStart) {
+      if (contains(state.entryAction, assertion)) return yield(frame.record);
+      if (contains(state.internalAction, assertion)) return yield(frame.record);
+      if (contains(state.exitAction, assertion)) return yield(frame.record);
+      if (contains(state.exitAction, kAssertMarker)) return yield(nullptr);
     }
-    return yield(nullptr);
+    // A leaving transition that performs the assertion is the answer; one
+    // that performs another assertion is a barrier.
+    const bool topLevel = state.parentGuid.empty() || state.parentGuid == "ROOT";
+    return leaveState(frame, visited, chart, topLevel, [&](const ChartRecord& t, Move& move) {
+      if (contains(t.transitionAction, assertion)) {
+        move = yield(&t);
+        return true;
+      }
+      if (contains(t.transitionAction, kAssertMarker)) return false;
+      move = callOn(&t);
+      return true;
+    });
   });
 }
 
 const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
-                                 VisitedRecords& visited, int32_t testCase) {
+                                 VisitedRecords& visited, const ChartList& chart) {
   assertion = withoutBlanks(assertion);
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& node = *frame.record;
-    if (!isState(node)) return transitionStep(frame, assertion, testCase);
-    if (frame.phase == Phase::kLeaving) return nextLeaving(frame, testCase);
+    if (!isState(node)) return transitionStep(frame, assertion, chart);
+    if (frame.phase == Phase::kLeaving) return nextLeaving(frame, chart);
     if (frame.phase == Phase::kLast) return yield(nullptr);
     if (contains(node.entryAction, assertion)) return yield(frame.record);
-    return leaveFlowchartNode(frame, visited, testCase);
+    return leaveFlowchartNode(frame, visited, chart);
   });
 }
 
 const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                         int32_t testCase) {
+                                         const ChartList& chart) {
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& state = *frame.record;
     if (!isState(state)) {
       if (frame.phase != Phase::kStart) return yield(nullptr);
       if (state.transitionName.empty()) return yield(nullptr);
-      const ChartRecord* target = findChartRecord(state.transitionTarget, testCase);
+      const ChartRecord* target = chart.find(state.transitionTarget);
       if (!target) return yield(nullptr);
       if (isTopLevelEnd(*target)) return yield(target);
       if (target->stateType != "Termination") {
@@ -243,48 +274,52 @@ const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecor
       }
       return yield(target);  // a termination at any level completes
     }
-    switch (frame.phase) {
-      case Phase::kStart:
-        if (enter(visited, frame.record)) return yield(nullptr);
-        frame.phase = Phase::kDefault;
-        if (!state.defaultTransition.empty()) {
-          return callOn(findChartRecord(state.defaultTransition, testCase));
-        }
-        [[fallthrough]];
-      case Phase::kDefault:
-      case Phase::kLeaving:
-        frame.phase = Phase::kLeaving;
-        while (frame.next < state.outTransitions.size()) {
-          const ChartRecord* t = findChartRecord(state.outTransitions[frame.next++], testCase);
-          if (t && !contains(t->transitionAction, kAssertMarker)) return callOn(t);
-        }
-        if (state.parentGuid.empty() || state.parentName == "ROOT") return yield(nullptr);
-        frame.phase = Phase::kLast;
-        return callOn(findChartRecord(state.parentGuid, testCase));
-      case Phase::kLast:
-        break;
-    }
-    return yield(nullptr);
+    const bool topLevel = state.parentGuid.empty() || state.parentName == "ROOT";
+    return leaveState(frame, visited, chart, topLevel, [](const ChartRecord& t, Move& move) {
+      if (contains(t.transitionAction, kAssertMarker)) return false;
+      move = callOn(&t);
+      return true;
+    });
   });
 }
 
 const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                        int32_t testCase) {
+                                        const ChartList& chart) {
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& node = *frame.record;
-    if (frame.phase == Phase::kLeaving) return nextLeaving(frame, testCase);
+    if (frame.phase == Phase::kLeaving) return nextLeaving(frame, chart);
     if (frame.phase == Phase::kLast) return yield(nullptr);
     if (!isState(node)) {
       if (node.transitionName.empty()) return yield(nullptr);
-      const ChartRecord* target = findChartRecord(node.transitionTarget, testCase);
+      const ChartRecord* target = chart.find(node.transitionTarget);
       if (!target) return yield(nullptr);
       if (isTopLevelEnd(*target)) return yield(target);
       if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
       frame.phase = Phase::kLast;
       return callOn(target);
     }
-    return leaveFlowchartNode(frame, visited, testCase);
+    return leaveFlowchartNode(frame, visited, chart);
   });
+}
+
+const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
+                                  VisitedRecords& visited, int32_t testCase) {
+  return statechartStep(std::move(assertion), record, visited, chartOf(testCase));
+}
+
+const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
+                                 VisitedRecords& visited, int32_t testCase) {
+  return flowchartStep(std::move(assertion), record, visited, chartOf(testCase));
+}
+
+const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
+                                         int32_t testCase) {
+  return statechartCanComplete(record, visited, chartOf(testCase));
+}
+
+const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
+                                        int32_t testCase) {
+  return flowchartCanComplete(record, visited, chartOf(testCase));
 }
 
 }  // namespace qendor

@@ -129,10 +129,11 @@ class ActivePositions {
 }  // namespace
 
 bool verifySdMessage(const std::string& message, size_t& position, int32_t testCase) {
-  const SequenceLines* list = linesOf(testCase);
-  if (!list) return false;
-  const SequenceLines& lines = *list;
+  const SequenceLines* lines = linesOf(testCase);
+  return lines && verifySdMessage(message, position, *lines);
+}
 
+bool verifySdMessage(const std::string& message, size_t& position, const SequenceLines& lines) {
   // Positions whose step is still being evaluated. Coming back to one of them
   // means the rules would go round for ever; the message is then rejected.
   ActivePositions active(lines.size());
@@ -164,7 +165,7 @@ bool verifySdMessage(const std::string& message, size_t& position, int32_t testC
       } else if (startsWith(line, "LOOP_OPERAND_BEGIN")) {
         size_t begin = position;
         ++position;
-        if (loopOperandContains(message, begin, testCase)) continue;  // run an iteration
+        if (loopOperandContains(message, begin, lines)) continue;  // run an iteration
         std::string end = "LOOP_END" + fragmentSuffix(line);
         position = begin + 1;
         scanForward(lines, position, end, end);
@@ -226,9 +227,13 @@ bool verifySdMessage(const std::string& message, size_t& position, int32_t testC
 }
 
 bool loopOperandContains(const std::string& message, size_t beginIndex, int32_t testCase) {
-  const SequenceLines* list = linesOf(testCase);
-  if (!list || beginIndex >= list->size()) return false;
-  const SequenceLines& lines = *list;
+  const SequenceLines* lines = linesOf(testCase);
+  return lines && loopOperandContains(message, beginIndex, *lines);
+}
+
+bool loopOperandContains(const std::string& message, size_t beginIndex,
+                         const SequenceLines& lines) {
+  if (beginIndex >= lines.size()) return false;
   const std::string& line = lines[beginIndex];
   std::string suffix = fragmentSuffix(line);
   std::string prefix = line.substr(0, line.find('_'));  // the whole line without one

@@ -31,27 +31,45 @@ std::string cleanLine(std::string_view raw) {
   return cleaned;
 }
 
+// The part of a chart record that the value lines after a key fill.
+enum class Section {
+  kNone,
+  kStateName,
+  kStateType,
+  kParentName,
+  kParentGuid,
+  kEntryAction,
+  kExitAction,
+  kInternalAction,
+  kDefaultTransition,
+  kOutTransitions,
+  kTransitionName,
+  kTransitionAction,
+  kTransitionTarget,
+  kGuid,
+};
+
 // Keys that select the section of the value lines that follow, tried in this
 // order ("PARENT_GUID:" comes before "GUID:", though neither is a prefix of
 // the other).
 struct SectionKey {
-  const char* key;
-  const char* section;
+  std::string_view key;
+  Section section;
 };
 constexpr SectionKey kSectionKeys[] = {
-    {"STATE_NAME:", "STATE_NAME"},
-    {"STATE_TYPE:", "STATE_TYPE"},
-    {"PARENT_NAME:", "PARENT_NAME"},
-    {"PARENT_GUID:", "PARENT_GUID"},
-    {"STATE_ACTION_ENTRY:", "STATE_ACTION_ENTRY"},
-    {"STATE_ACTION_EXIT:", "STATE_ACTION_EXIT"},
-    {"STATE_ACTION_INTERNAL:", "STATE_ACTION_INTERNAL"},
-    {"DEFAULT_TRANSITION:", "DEFAULT_TRANSITION"},
-    {"OUT_TRANSITIONS:", "OUT_TRANSITIONS"},
-    {"TRANSITION_NAME:", "TRANSITION_NAME"},
-    {"TRANSITION_ACTION:", "TRANSITION_ACTION"},
-    {"TRANSITION_TARGET:", "TRANSITION_TARGET"},
-    {"GUID:", "GUID"},
+    {"STATE_NAME:", Section::kStateName},
+    {"STATE_TYPE:", Section::kStateType},
+    {"PARENT_NAME:", Section::kParentName},
+    {"PARENT_GUID:", Section::kParentGuid},
+    {"STATE_ACTION_ENTRY:", Section::kEntryAction},
+    {"STATE_ACTION_EXIT:", Section::kExitAction},
+    {"STATE_ACTION_INTERNAL:", Section::kInternalAction},
+    {"DEFAULT_TRANSITION:", Section::kDefaultTransition},
+    {"OUT_TRANSITIONS:", Section::kOutTransitions},
+    {"TRANSITION_NAME:", Section::kTransitionName},
+    {"TRANSITION_ACTION:", Section::kTransitionAction},
+    {"TRANSITION_TARGET:", Section::kTransitionTarget},
+    {"GUID:", Section::kGuid},
 };
 
 // State types a chart verification cannot follow.
@@ -62,128 +80,142 @@ bool unsupportedStateType(std::string_view type) {
 
 class Reader {
  public:
-  explicit Reader(int32_t testCase) : testCase_(testCase) {}
-
   // Handles one cleaned line; false when the reading ends here.
   bool line(const std::string& text) {
-    if (currentSection_ == "SD_TEST" && lines_) {
-      if (startsWith(text, "PAR_BEGIN")) return finish(kParallelSd);
-      lines_->push_back(text);
+    if (inSequence_) {
+      if (startsWith(text, "PAR_BEGIN")) return finish(VerificationKind::kParallelSd);
+      result_.sequenceLines->push_back(text);
       return true;
     }
     if (startsWith(text, "SD_TEST")) {
-      auto lines = std::make_unique<SequenceLines>();
-      lines_ = lines.get();
-      run().sequenceLines[testCase_] = std::move(lines);
-      currentSection_ = "SD_TEST";
-      kind_ = kSdTest;
+      result_.sequenceLines = std::make_unique<SequenceLines>();
+      inSequence_ = true;
+      result_.kind = VerificationKind::kSdTest;
       return true;
     }
-    if (startsWith(text, "FLOWCHART_TEST")) return newChart(kFlowchartTest);
-    if (startsWith(text, "STATECHART_TEST")) return newChart(kStatechartTest);
+    if (startsWith(text, "FLOWCHART_TEST")) return newChart(VerificationKind::kFlowchartTest);
+    if (startsWith(text, "STATECHART_TEST")) return newChart(VerificationKind::kStatechartTest);
     if (startsWith(text, "CODE_TEST")) {
-      kind_ = kCodeTest;
+      result_.kind = VerificationKind::kCodeTest;
       return true;
     }
     for (const SectionKey& key : kSectionKeys) {
       if (startsWith(text, key.key)) {
-        currentSection_ = key.section;
+        section_ = key.section;
         return true;
       }
     }
-    if (startsWith(text, "SUB_STATECHART")) return finish(kUnsupportedChart);
+    if (startsWith(text, "SUB_STATECHART")) return finish(VerificationKind::kUnsupportedChart);
     if (startsWith(text, "----------")) {
-      currentSection_.clear();
+      section_ = Section::kNone;
       return true;
     }
     return value(text);
   }
 
-  int kind() const { return kind_; }
+  Verification take() { return std::move(result_); }
 
  private:
-  bool finish(int kind) {
-    kind_ = kind;
+  bool finish(VerificationKind kind) {
+    result_.kind = kind;
     return false;
   }
 
   // A further chart line starts a new list; the current record stays the
   // one of the earlier list, so value lines may still go to it. The earlier
   // list is kept alive until the reading ends for that reason.
-  bool newChart(int kind) {
-    auto chart = std::make_unique<ChartList>();
-    chart_ = chart.get();
-    std::unique_ptr<ChartList>& slot = run().chartSteps[testCase_];
-    if (slot) replaced_.push_back(std::move(slot));
-    slot = std::move(chart);
-    kind_ = kind;
+  bool newChart(VerificationKind kind) {
+    if (result_.chart) replaced_.push_back(std::move(result_.chart));
+    result_.chart = std::make_unique<ChartList>();
+    result_.kind = kind;
     return true;
   }
 
   bool value(const std::string& text) {
-    const std::string& section = currentSection_;
-    if (section == "STATE_NAME" || section == "TRANSITION_NAME") {
-      if (!chart_) return true;
+    if (section_ == Section::kStateName || section_ == Section::kTransitionName) {
+      if (!result_.chart) return true;
       auto created = std::make_unique<ChartRecord>();
-      if (section == "STATE_NAME") {
+      if (section_ == Section::kStateName) {
         created->stateName = text;
       } else {
         created->transitionName = text;
       }
-      record_ = chart_->add(std::move(created));
+      record_ = result_.chart->add(std::move(created));
       return true;
     }
     if (!record_) return true;
-    if (section == "STATE_TYPE") {
-      record_->stateType = text;
-      if (unsupportedStateType(text)) return finish(kUnsupportedChart);
-    } else if (section == "PARENT_NAME") {
-      record_->parentName = text;
-    } else if (section == "PARENT_GUID") {
-      record_->parentGuid = text;
-    } else if (section == "DEFAULT_TRANSITION") {
-      record_->defaultTransition = text;
-    } else if (section == "TRANSITION_TARGET") {
-      record_->transitionTarget = text;
-    } else if (section == "GUID") {
-      record_->guid = text;
-    } else if (section == "STATE_ACTION_ENTRY") {
-      record_->entryAction += text;
-    } else if (section == "STATE_ACTION_EXIT") {
-      record_->exitAction += text;
-    } else if (section == "STATE_ACTION_INTERNAL") {
-      record_->internalAction += text;
-    } else if (section == "TRANSITION_ACTION") {
-      record_->transitionAction += text;
-    } else if (section == "OUT_TRANSITIONS") {
-      record_->outTransitions.push_back(text);
+    switch (section_) {
+      case Section::kStateType:
+        record_->stateType = text;
+        if (unsupportedStateType(text)) return finish(VerificationKind::kUnsupportedChart);
+        break;
+      case Section::kParentName:
+        record_->parentName = text;
+        break;
+      case Section::kParentGuid:
+        record_->parentGuid = text;
+        break;
+      case Section::kDefaultTransition:
+        record_->defaultTransition = text;
+        break;
+      case Section::kTransitionTarget:
+        record_->transitionTarget = text;
+        break;
+      case Section::kGuid:
+        record_->guid = text;
+        break;
+      case Section::kEntryAction:
+        record_->entryAction += text;
+        break;
+      case Section::kExitAction:
+        record_->exitAction += text;
+        break;
+      case Section::kInternalAction:
+        record_->internalAction += text;
+        break;
+      case Section::kTransitionAction:
+        record_->transitionAction += text;
+        break;
+      case Section::kOutTransitions:
+        record_->outTransitions.push_back(text);
+        break;
+      case Section::kNone:
+      case Section::kStateName:
+      case Section::kTransitionName:
+        break;
     }
     return true;
   }
 
-  int32_t testCase_;
-  int kind_ = kNoKind;
-  std::string currentSection_;
-  SequenceLines* lines_ = nullptr;
-  ChartList* chart_ = nullptr;
+  Verification result_;
+  Section section_ = Section::kNone;
+  bool inSequence_ = false;  // every further line is a sequence line
   ChartRecord* record_ = nullptr;
   std::vector<std::unique_ptr<ChartList>> replaced_;
 };
 
 }  // namespace
 
-int readVerificationFile(int32_t testCase) {
-  const char* outDirectory = run().outDirectory ? run().outDirectory : "";
-  std::string name =
-      std::string(outDirectory) + "\\" + baseReportName(run().testCaseNames[testCase]) + ".ver";
-  LineReader file(normalisePath(name, ""));
-  if (!file.isOpen()) return kNoVerificationFile;
-  Reader reader(testCase);
+Verification parseVerificationFile(LineReader& lines) {
+  Reader reader;
   std::string_view raw;
-  while (file.next(raw)) {
+  while (lines.next(raw)) {
     if (!reader.line(cleanLine(raw))) break;
   }
-  return reader.kind();
+  return reader.take();
+}
+
+VerificationKind readVerificationFile(int32_t testCase) {
+  RunSettings& r = run();
+  const char* outDirectory = r.outDirectory ? r.outDirectory : "";
+  std::string name =
+      std::string(outDirectory) + "\\" + baseReportName(r.testCaseNames[testCase]) + ".ver";
+  LineReader lines(normalisePath(name, ""));
+  if (!lines.isOpen()) return VerificationKind::kNoVerificationFile;
+  Verification verification = parseVerificationFile(lines);
+  if (verification.sequenceLines) r.sequenceLines[testCase] = std::move(verification.sequenceLines);
+  if (verification.chart) r.chartSteps[testCase] = std::move(verification.chart);
+  return verification.kind;
 }
 
 }  // namespace qendor
