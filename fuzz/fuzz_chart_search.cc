@@ -1,10 +1,11 @@
-// The chart searches on a fuzzed chart (read by the verification file reader
-// from the first part) and a fuzzed assertion list (the second part, one
-// assertion a line), as the test case result document walks them.
+// The chart searches on a fuzzed chart (parsed as a verification file from
+// the first part) and a fuzzed assertion list (the second part, one
+// assertion a line), as a test case's judgement walks them.
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
-#include "base/run_settings.h"
+#include "base/line_reader.h"
 #include "fuzz/fuzz_support.h"
 #include "verify/chart_search.h"
 #include "verify/verification_file.h"
@@ -12,32 +13,30 @@
 using namespace qendor;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  resetRun();
   const auto parts = fuzz::splitInput(data, size, 2);
   const bool flowchart = !parts[0].empty() && (parts[0][0] & 1);
-  fuzz::writeFile("Case.ver", std::string(flowchart ? "FLOWCHART_TEST\n" : "STATECHART_TEST\n") +
-                                  std::string(parts[0]));
-  run().outDirectory = fuzz::scratch().c_str();
-  run().testCaseNames[1] = "Pkg.Ctx.Case";
-  readVerificationFile(1);
-  const ChartList* chart = run().chartSteps[1].get();
-  const ChartRecord* record = chart ? chart->firstRecord() : nullptr;
+  const std::string text =
+      std::string(flowchart ? "FLOWCHART_TEST\n" : "STATECHART_TEST\n") + std::string(parts[0]);
+  LineReader lines{std::string_view(text)};
+  const Verification verification = parseVerificationFile(lines);
+  if (!verification.chart) return 0;
+  const ChartList& chart = *verification.chart;
+  const ChartRecord* record = chart.firstRecord();
   for (const std::string& assertion : fuzz::lines(parts[1])) {
-    if (const ChartRecord* found = findChartRecord(assertion, 1)) record = found;
+    if (const ChartRecord* found = chart.find(assertion)) record = found;
     if (!record) break;
     VisitedRecords visited;
-    const ChartRecord* next = flowchart ? flowchartStep(assertion, record, visited, 1)
-                                        : statechartStep(assertion, record, visited, 1);
+    const ChartRecord* next = flowchart ? flowchartStep(assertion, record, visited, chart)
+                                        : statechartStep(assertion, record, visited, chart);
     if (next) record = next;
   }
   if (record) {
     VisitedRecords visited;
     if (flowchart) {
-      flowchartCanComplete(record, visited, 1);
+      flowchartCanComplete(record, visited, chart);
     } else {
-      statechartCanComplete(record, visited, 1);
+      statechartCanComplete(record, visited, chart);
     }
   }
-  resetRun();
   return 0;
 }

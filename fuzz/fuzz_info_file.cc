@@ -1,19 +1,17 @@
-// The info file reader on any bytes.
+// The info file parser on any bytes.
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
+#include "base/line_reader.h"
 #include "base/run_settings.h"
-#include "fuzz/fuzz_support.h"
 #include "input/info_file.h"
 
 using namespace qendor;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  resetRun();
-  const std::string path =
-      fuzz::writeFile("run.info", std::string_view(reinterpret_cast<const char*>(data), size));
-  run().infoFile = path.c_str();
-  if (!readInfoFile()) std::abort();  // the file exists, so reading succeeds
-  resetRun();
+  RunSettings settings;
+  LineReader lines{std::string_view(reinterpret_cast<const char*>(data), size)};
+  parseInfoFile(lines, settings);
   return 0;
 }

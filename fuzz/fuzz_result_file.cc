@@ -1,32 +1,41 @@
-// The result file readers of both record forms, with the collection of
-// assertion statements from a source file: the input is an info file, a
-// source file and a result file, separated by lines "@@".
+// The record parsers of both forms, with the collection of assertion
+// statements from a source text: the input is an info file, a source file
+// and a result file, separated by lines "@@".
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
+#include "base/line_reader.h"
 #include "base/run_settings.h"
 #include "fuzz/fuzz_support.h"
+#include "input/assertion_collection.h"
 #include "input/info_file.h"
 #include "input/result_file.h"
+#include "input/short_assertions.h"
 
 using namespace qendor;
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  fuzz::quietStdout();
-  return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  resetRun();
   const auto parts = fuzz::splitInput(data, size, 3);
-  const std::string source = fuzz::writeFile("src/a.cpp", parts[1]);
-  const std::string info = fuzz::writeFile(
-      "run.info", "FILE \"" + source + "\" 1\nFILE \"" + source + "\" 2\n" + std::string(parts[0]));
-  const std::string log = fuzz::writeFile("run.log", parts[2]);
-  run().infoFile = info.c_str();
-  run().resultFile = log.c_str();
-  if (!readInfoFile()) std::abort();
-  readResultFile();
-  resetRun();
+  RunSettings settings;
+  LineReader info(parts[0]);
+  parseInfoFile(info, settings);
+  // The source text stands for two FILE entries, as if listed twice.
+  for (int32_t file : {1, 2}) {
+    auto& statements = settings.collectedAssertions[file];
+    statements = std::make_unique<LineStatements>();
+    LineReader source(parts[1]);
+    collectStatements(source, *statements);
+  }
+  LineReader detect(parts[2]);
+  const RecordForm form = detectRecordForm(detect);
+  LineReader records(parts[2]);
+  TestCaseSplitter splitter(settings.testCaseAssertions, WantedTestCases::of(settings));
+  if (form == RecordForm::kShort) {
+    const StatementIndex statements(settings.collectedAssertions);
+    parseShortAssertions(records, statements, splitter);
+  } else if (form == RecordForm::kFull) {
+    parseFullAssertions(records, settings.sourceFiles, splitter);
+  }
   return 0;
 }

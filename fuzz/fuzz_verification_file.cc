@@ -1,31 +1,30 @@
-// The verification file reader on any bytes.
+// The verification file parser on any bytes.
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <string_view>
 
-#include "base/run_settings.h"
-#include "fuzz/fuzz_support.h"
+#include "base/line_reader.h"
 #include "verify/verification_file.h"
 
 using namespace qendor;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  resetRun();
-  fuzz::writeFile("Case.ver", std::string_view(reinterpret_cast<const char*>(data), size));
-  run().outDirectory = fuzz::scratch().c_str();
-  run().testCaseNames[1] = "Pkg.Ctx.Case";
-  const int kind = readVerificationFile(1);
-  switch (kind) {
-    case -10:
-    case -2:
-    case 0:
-    case 1:
-    case 2:
-    case 3:
-    case 4:
+  LineReader lines{std::string_view(reinterpret_cast<const char*>(data), size)};
+  const Verification verification = parseVerificationFile(lines);
+  switch (verification.kind) {
+    case VerificationKind::kParallelSd:
+    case VerificationKind::kUnsupportedChart:
+    case VerificationKind::kNoKind:
+    case VerificationKind::kFlowchartTest:
+    case VerificationKind::kStatechartTest:
+    case VerificationKind::kSdTest:
+    case VerificationKind::kCodeTest:
       break;
-    default:
-      std::abort();  // -1 is for a file that cannot be opened; it exists
+    case VerificationKind::kNoVerificationFile:
+      std::abort();  // only for a file that cannot be opened
   }
-  resetRun();
+  // An SD kind always comes with its lines.
+  if (verification.kind == VerificationKind::kSdTest && !verification.sequenceLines) std::abort();
   return 0;
 }

@@ -16,19 +16,24 @@ namespace {
 
 // The clean-up every line gets before it is looked at: the first carriage
 // return anywhere goes, then leading blanks and tabs, then every blank (tabs
-// inside the line stay).
-std::string cleanLine(std::string_view raw) {
-  std::string line(raw);
-  size_t cr = line.find('\r');
-  if (cr != std::string::npos) line.erase(cr, 1);
-  size_t start = 0;
-  while (start < line.size() && (line[start] == ' ' || line[start] == '\t')) ++start;
-  std::string cleaned;
-  cleaned.reserve(line.size() - start);
-  for (size_t i = start; i < line.size(); ++i) {
-    if (line[i] != ' ') cleaned += line[i];
+// inside the line stay). Written into `cleaned`, whose room is reused.
+void cleanLine(std::string_view raw, std::string& cleaned) {
+  cleaned.clear();
+  const size_t cr = raw.find('\r');
+  bool leading = true;
+  for (size_t i = 0; i < raw.size(); ++i) {
+    const char c = raw[i];
+    if (i == cr) continue;
+    if (leading && (c == ' ' || c == '\t')) continue;
+    leading = false;
+    if (c != ' ') cleaned += c;
   }
-  return cleaned;
+}
+
+// Whether a line may begin with a marker or a key: each begins with one of
+// these characters, so most value lines are told apart at once.
+bool mayBeMarker(std::string_view line) {
+  return !line.empty() && std::string_view("SFCPDOTG-").find(line[0]) != std::string_view::npos;
 }
 
 // The part of a chart record that the value lines after a key fill.
@@ -87,6 +92,7 @@ class Reader {
       result_.sequenceLines->push_back(text);
       return true;
     }
+    if (!mayBeMarker(text)) return value(text);
     if (startsWith(text, "SD_TEST")) {
       result_.sequenceLines = std::make_unique<SequenceLines>();
       inSequence_ = true;
@@ -199,8 +205,10 @@ class Reader {
 Verification parseVerificationFile(LineReader& lines) {
   Reader reader;
   std::string_view raw;
+  std::string cleaned;
   while (lines.next(raw)) {
-    if (!reader.line(cleanLine(raw))) break;
+    cleanLine(raw, cleaned);
+    if (!reader.line(cleaned)) break;
   }
   return reader.take();
 }
