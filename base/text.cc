@@ -5,7 +5,8 @@
 namespace qendor {
 
 std::string_view cutField(std::string_view& rest, std::string_view separator) {
-  size_t at = rest.find(separator);
+  // The separators of the formats are single characters, found by memchr.
+  const size_t at = separator.size() == 1 ? rest.find(separator[0]) : rest.find(separator);
   if (at == std::string_view::npos) return rest;
   std::string_view field = rest.substr(0, at);
   rest.remove_prefix(at + separator.size());
@@ -20,6 +21,15 @@ int32_t readInt32(std::string_view text) {
   if (i < text.size() && (text[i] == '+' || text[i] == '-')) {
     negative = text[i] == '-';
     ++i;
+  }
+  // Up to 18 digits cannot overflow: the usual case, without checks.
+  size_t end = i;
+  while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
+  if (end - i <= 18) {
+    int64_t small = 0;
+    for (; i < end; ++i) small = small * 10 + (text[i] - '0');
+    return static_cast<int32_t>(
+        static_cast<uint32_t>(static_cast<uint64_t>(negative ? -small : small)));
   }
   // Accumulate as a negative number so that the 64-bit minimum fits.
   constexpr int64_t kMin = std::numeric_limits<int64_t>::min();

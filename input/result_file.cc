@@ -79,6 +79,10 @@ void parseFullAssertions(LineReader& lines, const RunTable<std::string>& sourceF
   std::string_view line;
   while (lines.next(line)) {
     if (!startsWith(line, kFullMarker)) continue;
+    // A line whose statement neither starts nor finishes a test case while
+    // none is collected leaves no trace: most lines of a log reported for
+    // one test case.
+    if (!splitter.collecting() && !contains(line, " test case")) continue;
     std::string_view rest = line;
     cutField(rest, "=");
     std::string_view path = cutField(rest, ",");
@@ -87,8 +91,7 @@ void parseFullAssertions(LineReader& lines, const RunTable<std::string>& sourceF
     std::string_view detailText = cutDetailText(rest);
     std::string_view assertionText = rest;
 
-    const RecordBoundary boundary{isTestCaseStart(assertionText), isTestCaseEnd(assertionText)};
-    AssertionRecord* record = splitter.next(boundary, readInt32(result));
+    AssertionRecord* record = splitter.next(recordBoundary(assertionText), readInt32(result));
     if (!record) continue;
     record->assertionText.assign(assertionText);
     record->status = result == "0" ? Status::kFailed : Status::kPassed;

@@ -7,14 +7,6 @@
 
 namespace qendor {
 
-namespace {
-
-RecordBoundary boundaryOf(const std::string& text) {
-  return RecordBoundary{isTestCaseStart(text), isTestCaseEnd(text)};
-}
-
-}  // namespace
-
 StatementIndex::StatementIndex(const RunTable<std::unique_ptr<LineStatements>>& collected) {
   for (const auto& [fileNumber, statements] : collected) {
     if (!statements || statements->empty()) continue;
@@ -28,11 +20,11 @@ StatementIndex::StatementIndex(const RunTable<std::unique_ptr<LineStatements>>& 
       file.first = first;
       file.byLine.resize(static_cast<size_t>(span));
       for (const auto& [line, text] : *statements) {
-        file.byLine[static_cast<size_t>(line - first)] = Statement{&text, boundaryOf(text)};
+        file.byLine[static_cast<size_t>(line - first)] = Statement{&text, recordBoundary(text)};
       }
     } else {
       for (const auto& [line, text] : *statements) {
-        file.sparse.emplace(line, Statement{&text, boundaryOf(text)});
+        file.sparse.emplace(line, Statement{&text, recordBoundary(text)});
       }
     }
   }
@@ -78,10 +70,12 @@ void parseShortAssertions(LineReader& lines, const StatementIndex& statements,
     cutField(rest, "=");
     std::string_view fileField = cutField(rest, ",");
     std::string_view lineField = cutField(rest, ",");
-    std::string_view result = cutField(rest, " ");
     const StatementIndex::Statement* found =
         lookupCollectedAssertion(statements, readInt32(fileField), readInt32(lineField));
     if (!found) continue;  // neither opens nor closes a test case
+    // While no test case is collected, only a boundary counts.
+    if (!splitter.collecting() && !found->boundary.starts && !found->boundary.ends) continue;
+    std::string_view result = cutField(rest, " ");
     const int32_t resultValue = readInt32(result);
     AssertionRecord* record = splitter.next(found->boundary, resultValue);
     if (!record) continue;

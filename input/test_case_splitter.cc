@@ -32,6 +32,11 @@ bool isTestCaseEnd(std::string_view statement) {
   return contains(statement, phrase) && messageContains(statement, phrase);
 }
 
+RecordBoundary recordBoundary(std::string_view statement) {
+  if (!contains(statement, " test case")) return RecordBoundary{};
+  return RecordBoundary{isTestCaseStart(statement), isTestCaseEnd(statement)};
+}
+
 WantedTestCases WantedTestCases::of(const RunSettings& settings) {
   WantedTestCases wanted;
   if (settings.testCaseName.empty() && settings.testContextName.empty()) return wanted;

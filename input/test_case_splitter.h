@@ -14,10 +14,20 @@
 
 namespace qendor {
 
+// Where a record stands in its test case.
+struct RecordBoundary {
+  bool starts = false;  // a start assertion
+  bool ends = false;    // a finish assertion
+};
+
 // True when `statement` is an assertion whose message holds
 // "Starting test case", respectively "Finished test case".
 bool isTestCaseStart(std::string_view statement);
 bool isTestCaseEnd(std::string_view statement);
+
+// Both of the above at once; a statement without " test case", as most
+// are, is told in one search.
+RecordBoundary recordBoundary(std::string_view statement);
 
 // The test case numbers whose records a report of this run reads: the first
 // test case named by "-tcase" (or, when its number is below 1 and so selects
@@ -40,12 +50,6 @@ class WantedTestCases {
   std::vector<int32_t> numbers_;  // ascending
 };
 
-// Where a record stands in its test case.
-struct RecordBoundary {
-  bool starts = false;  // a start assertion
-  bool ends = false;    // a finish assertion
-};
-
 class TestCaseSplitter {
  public:
   TestCaseSplitter(RunTable<std::unique_ptr<AssertionList>>& lists, WantedTestCases wanted);
@@ -58,6 +62,10 @@ class TestCaseSplitter {
   // The record to fill for the next record line, `testCase` being the number
   // its result field reads as; null when no wanted test case is open.
   AssertionRecord* next(RecordBoundary boundary, int32_t testCase);
+
+  // False when the next record line without a boundary would be dropped, so
+  // that a reader may pass over it without cutting it.
+  bool collecting() const { return open_ && !closeNext_; }
 
  private:
   RunTable<std::unique_ptr<AssertionList>>& lists_;
