@@ -69,6 +69,7 @@ echo "bench: generating into $work" >&2
 "$generate" "$work/tenth" --cases $((cases / 10)) --records $per_case --first-records 10 \
   --files 10 --used-files 10 --steps 100
 "$generate" "$work/ctx" --cases 1000 --records 100 --files 10 --used-files 10 --steps 98
+"$generate" "$work/ctx100" --cases 100 --records 100 --files 10 --used-files 10 --steps 98
 "$generate" "$work/sd" --cases 1 --records 100002 --steps 100000 --pad 9
 "$generate" "$work/sd10" --cases 1 --records 10002 --steps 10000 --pad 9
 for kind in state flow; do
@@ -157,6 +158,19 @@ note "machine: xsltproc in two streams vs serial (s)" "$(seconds "$two")" "$(sec
 tuned=$(median_of "$work/tuned.txt")
 note "machine: xsltproc with huge pages vs without (s)" "$(seconds "$tuned")" "$(seconds "$xslt")" \
   "$(ratio "$(seconds "$tuned")" "$(seconds "$xslt")")"
+echo "bench: a context against its test cases one by one" >&2
+# A context run judges each test case once and writes its document and the
+# context's; the test cases reported one run each cost at least as much.
+members_one_by_one="cd '$work/ctx100' && for n in \$(seq 1 100); do PATH='$nopath' '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcase Bench.Ctx.T\$n 2>/dev/null; done"
+for round in 1 2 3; do
+  measure_into "$work/ctx100.txt" sh -c "cd '$work/ctx100' && PATH='$nopath' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx 2>/dev/null"
+  measure_into "$work/members.txt" sh -c "$members_one_by_one"
+done
+ctx100=$(median_of "$work/ctx100.txt")
+members=$(median_of "$work/members.txt")
+row "context of 100, own work vs its 100 -tcase runs" "$(seconds "$ctx100")" \
+  "$(seconds "$members")" "$(ratio "$(seconds "$ctx100")" "$(seconds "$members")")" 1
+
 echo "bench: sequence diagrams" >&2
 # One run of DIR's case into FILE; a small stack proves that the depth does
 # not grow. A case and its tenth are measured in turns, five rounds, since the
