@@ -38,6 +38,8 @@ struct RunSettings {
   std::string testCaseName;
   int reportLanguage = kEnu;
   std::string programDirectory;
+  // "-explain": the documents say why each model-based verification failed.
+  bool explain = false;
 
   // From the info file.
   std::string ostraVersionNumber;

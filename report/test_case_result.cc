@@ -6,6 +6,7 @@
 #include "base/paths.h"
 #include "base/run_settings.h"
 #include "base/text.h"
+#include "report/diagnosis_element.h"
 #include "report/xml_node.h"
 #include "verify/assertion_entries.h"
 #include "verify/assertion_text.h"
@@ -180,6 +181,10 @@ void writeTestCaseResult(xmlNode* parent, int32_t testCase, const TestCaseVerdic
   writeEntries(*records, verdict, container, assertions);
   if (verdict.type == TestType::kSequenceDiagram) {
     writeSdSummary(container, testCase, verdict, imagePath("result_jpegs", shortName));
+  }
+  if (verdict.diagnosis.kind != Diagnosis::Kind::kNone) {
+    const auto lines = r.sequenceLines.find(testCase);
+    writeDiagnosis(result, verdict, lines != r.sequenceLines.end() ? lines->second.get() : nullptr);
   }
 }
 

@@ -95,7 +95,8 @@ class TransitionRun {
 // each time the record it called yielded null. A non-null result returns
 // through every frame at once.
 template <class Advance>
-const ChartRecord* runSearch(const ChartRecord* start, Advance advance) {
+const ChartRecord* runSearch(const ChartRecord* start, Advance advance,
+                             ChartSearchTrace* trace = nullptr) {
   std::vector<Frame> stack;
   TransitionRun transitions;
   Move move = callOn(start);
@@ -104,13 +105,21 @@ const ChartRecord* runSearch(const ChartRecord* start, Advance advance) {
       const ChartRecord* callee = move.record;
       if (callee && (isState(*callee) || !transitions.repeats(stack, callee))) {
         stack.push_back(Frame{callee});
+        if (trace && !isState(*callee)) trace->noteTried(callee);
       } else if (stack.empty()) {
         return nullptr;  // a null record yields null
       }
       move = advance(stack.back());
       continue;
     }
-    if (move.record || stack.size() == 1) return move.record;
+    if (move.record || stack.size() == 1) {
+      if (trace && move.record) {
+        // The records the search went through, then the one it found.
+        for (const Frame& frame : stack) trace->path.push_back(frame.record);
+        if (trace->path.back() != move.record) trace->path.push_back(move.record);
+      }
+      return move.record;
+    }
     stack.pop_back();
     move = advance(stack.back());
   }
@@ -217,7 +226,8 @@ const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase) {
 }
 
 const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
-                                  VisitedRecords& visited, const ChartList& chart) {
+                                  VisitedRecords& visited, const ChartList& chart,
+                                 ChartSearchTrace* trace) {
   assertion = withoutBlanks(assertion);
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& state = *frame.record;
@@ -240,11 +250,12 @@ const ChartRecord* statechartStep(std::string assertion, const ChartRecord* reco
       move = callOn(&t);
       return true;
     });
-  });
+  }, trace);
 }
 
 const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
-                                 VisitedRecords& visited, const ChartList& chart) {
+                                 VisitedRecords& visited, const ChartList& chart,
+                                 ChartSearchTrace* trace) {
   assertion = withoutBlanks(assertion);
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& node = *frame.record;
@@ -253,11 +264,12 @@ const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* recor
     if (frame.phase == Phase::kLast) return yield(nullptr);
     if (contains(node.entryAction, assertion)) return yield(frame.record);
     return leaveFlowchartNode(frame, visited, chart);
-  });
+  }, trace);
 }
 
 const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                         const ChartList& chart) {
+                                         const ChartList& chart,
+                                         ChartSearchTrace* trace) {
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& state = *frame.record;
     if (!isState(state)) {
@@ -280,11 +292,12 @@ const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecor
       move = callOn(&t);
       return true;
     });
-  });
+  }, trace);
 }
 
 const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                        const ChartList& chart) {
+                                        const ChartList& chart,
+                                         ChartSearchTrace* trace) {
   return runSearch(record, [&](Frame& frame) -> Move {
     const ChartRecord& node = *frame.record;
     if (frame.phase == Phase::kLeaving) return nextLeaving(frame, chart);
@@ -299,7 +312,7 @@ const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecord
       return callOn(target);
     }
     return leaveFlowchartNode(frame, visited, chart);
-  });
+  }, trace);
 }
 
 const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,

@@ -5,7 +5,9 @@
 #pragma once
 
 #include <cstdint>
+#include <cstddef>
 #include <string>
+#include <vector>
 #include <string_view>
 #include <unordered_set>
 
@@ -16,19 +18,41 @@ namespace qendor {
 // The records a search has entered; the caller passes a fresh set to each call.
 using VisitedRecords = std::unordered_set<const ChartRecord*>;
 
+// What a search went through, for a diagnosis: filled only when one is
+// handed to it.
+struct ChartSearchTrace {
+  static constexpr size_t kMostTried = 64;
+  // From the record the search started on to the record it found, when it
+  // found one.
+  std::vector<const ChartRecord*> path;
+  // The transitions it entered, each once, in order; at most kMostTried.
+  std::vector<const ChartRecord*> tried;
+
+  void noteTried(const ChartRecord* transition) {
+    if (tried.size() >= kMostTried) return;
+    for (const ChartRecord* seen : tried) {
+      if (seen == transition) return;
+    }
+    tried.push_back(transition);
+  }
+};
+
 // The record, reachable from `record` in `chart`, in which `assertion` is
 // performed; null when there is none.
 const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
-                                  VisitedRecords& visited, const ChartList& chart);
+                                  VisitedRecords& visited, const ChartList& chart,
+                                  ChartSearchTrace* trace = nullptr);
 const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
-                                 VisitedRecords& visited, const ChartList& chart);
+                                 VisitedRecords& visited, const ChartList& chart,
+                                 ChartSearchTrace* trace = nullptr);
 
 // Non-null when `chart` can run from `record` to a top-level termination
 // without passing another assertion.
 const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                         const ChartList& chart);
+                                         const ChartList& chart,
+                                         ChartSearchTrace* trace = nullptr);
 const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                        const ChartList& chart);
+                                        const ChartList& chart, ChartSearchTrace* trace = nullptr);
 
 // The same four over the chart filed for `testCase` in `run().chartSteps`
 // (an empty chart when none is).

@@ -1,5 +1,6 @@
 #include "verify/sequence_verification.h"
 
+#include <stdexcept>
 #include <string_view>
 #include <vector>
 
@@ -44,6 +45,12 @@ bool isTransparent(std::string_view line) {
   }
   return false;
 }
+
+// Markers with a rule of their own.
+constexpr std::string_view kActiveMarkers[] = {
+    "ALT_OPERAND_BEGIN",  "OPT_OPERAND_BEGIN",   "LOOP_OPERAND_BEGIN",
+    "LOOP_OPERAND_END",   "BREAK_OPERAND_BEGIN", "BREAK_END",
+};
 
 // The text from the first "(" to the end. Without one, std::string::substr is
 // handed the not-found position and throws std::out_of_range, the error that
@@ -128,12 +135,27 @@ class ActivePositions {
 
 }  // namespace
 
+bool isStepMarker(std::string_view line) {
+  if (isTransparent(line)) return true;
+  for (std::string_view marker : kActiveMarkers) {
+    if (startsWith(line, marker)) return true;
+  }
+  return false;
+}
+
 bool verifySdMessage(const std::string& message, size_t& position, int32_t testCase) {
   const SequenceLines* lines = linesOf(testCase);
   return lines && verifySdMessage(message, position, *lines);
 }
 
-bool verifySdMessage(const std::string& message, size_t& position, const SequenceLines& lines) {
+namespace {
+
+// The step, with what it asks of the message put to `probe`:
+// `accepts(position, line)` whether the line at the position takes the
+// message, and `entersLoop(begin)` whether the loop operand that begins there
+// holds it.
+template <class Probe>
+bool runStep(const SequenceLines& lines, size_t& position, Probe& probe) {
   // Positions whose step is still being evaluated. Coming back to one of them
   // means the rules would go round for ever; the message is then rejected.
   ActivePositions active(lines.size());
@@ -148,7 +170,7 @@ bool verifySdMessage(const std::string& message, size_t& position, const Sequenc
       active[position] = 1;
       trail.push_back(position);
       const std::string& line = lines[position];
-      if (line == message) {
+      if (probe.accepts(position, line)) {
         ++position;
         return true;  // every pending step returns the acceptance
       }
@@ -165,7 +187,7 @@ bool verifySdMessage(const std::string& message, size_t& position, const Sequenc
       } else if (startsWith(line, "LOOP_OPERAND_BEGIN")) {
         size_t begin = position;
         ++position;
-        if (loopOperandContains(message, begin, lines)) continue;  // run an iteration
+        if (probe.entersLoop(begin)) continue;  // run an iteration
         std::string end = "LOOP_END" + fragmentSuffix(line);
         position = begin + 1;
         scanForward(lines, position, end, end);
@@ -224,6 +246,46 @@ bool verifySdMessage(const std::string& message, size_t& position, const Sequenc
     }
     // The handler's last move is a tail step from the line found.
   }
+}
+
+// The step for one recorded message.
+struct MessageProbe {
+  const std::string& message;
+  const SequenceLines& lines;
+  bool accepts(size_t, const std::string& line) const { return line == message; }
+  bool entersLoop(size_t begin) const { return loopOperandContains(message, begin, lines); }
+};
+
+// The step for a message that no line equals, noting every line it compares
+// and every loop it passes over: up to the first of those that a message
+// meets, the step for that message goes the same way.
+struct ExploringProbe {
+  std::vector<SequenceSight> seen;
+  bool accepts(size_t position, const std::string&) {
+    seen.push_back(SequenceSight{position, false});
+    return false;
+  }
+  bool entersLoop(size_t begin) {
+    seen.push_back(SequenceSight{begin, true});
+    return false;
+  }
+};
+
+}  // namespace
+
+bool verifySdMessage(const std::string& message, size_t& position, const SequenceLines& lines) {
+  MessageProbe probe{message, lines};
+  return runStep(lines, position, probe);
+}
+
+std::vector<SequenceSight> exploreSequenceStep(const SequenceLines& lines, size_t position) {
+  ExploringProbe probe;
+  try {
+    runStep(lines, position, probe);
+  } catch (const std::out_of_range&) {
+    // A malformed diagram ends the exploration; what was seen still counts.
+  }
+  return std::move(probe.seen);
 }
 
 bool loopOperandContains(const std::string& message, size_t beginIndex, int32_t testCase) {

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/run_settings.h"
 
@@ -17,6 +19,23 @@ namespace qendor {
 // end), the message is rejected: false, with `position` on that line. A list
 // of any length is handled without deep recursion.
 bool verifySdMessage(const std::string& message, size_t& position, const SequenceLines& lines);
+
+// True for a line that begins with a marker the step knows; every other
+// line is a message line.
+bool isStepMarker(std::string_view line);
+
+// What the step looks at on its way: the line at `position` compared with
+// the message, or (`loop`) the loop operand beginning there searched for it.
+struct SequenceSight {
+  size_t position;
+  bool loop;
+};
+
+// Everything the step from `position` looks at, in order, for a message that
+// no line equals. The step for any message goes the same way up to the first
+// sight that the message meets. A range error of a malformed diagram ends the
+// walk early.
+std::vector<SequenceSight> exploreSequenceStep(const SequenceLines& lines, size_t position);
 
 // The same over the test case's `run().sequenceLines`; false when it holds no
 // list.

@@ -4,6 +4,7 @@
 #include "verify/assertion_entries.h"
 #include "verify/assertion_text.h"
 #include "verify/chart_search.h"
+#include "verify/sequence_diagnosis.h"
 #include "verify/sequence_verification.h"
 
 namespace qendor {
@@ -19,9 +20,16 @@ bool isChart(VerificationKind kind) {
 
 class Judgement {
  public:
-  explicit Judgement(const TestModel& model)
+  Judgement(const TestModel& model, bool explain)
       : model_(model), chart_(model.chart ? *model.chart : emptyChart()) {
     currentState_ = chart_.firstRecord();
+    if (!explain) return;
+    if (model.kind == VerificationKind::kSdTest && model.sequenceLines) {
+      sequenceTrace_ = &verdict_.diagnosis.sequence;
+      sequenceTrace_->acceptedAt.assign(model.sequenceLines->size(), 0);
+    } else if (isChart(model.kind) && model.chart) {
+      chartTrace_ = &verdict_.diagnosis.chart;
+    }
   }
 
   TestCaseVerdict judge(const AssertionList* records) {
@@ -43,8 +51,10 @@ class Judgement {
     userExit_ = entries.userExit();
     if (verdict_.type == TestType::kSequenceDiagram) {
       summarise(entries.sdiName());
+      if (sequenceTrace_) explainSequence();
     } else if (isChart(model_.kind)) {
       complete();
+      if (chartTrace_) verdict_.diagnosis.kind = Diagnosis::Kind::kChart;
     }
     if (notTerminated_ && !userExit_) status_ = Status::kError;
     return settle();
@@ -65,12 +75,41 @@ class Judgement {
     std::string value, max, coverage;
     parseProgress(entry.message(), value, max, coverage);
     if (value.empty()) return true;
+    const size_t before = sequencePosition_;
     if (!verifySdMessage(value, sequencePosition_, *lines)) {
       outcome_ = Outcome::kFault;
+      if (sequenceTrace_) noteRejected(entry, value, before);
       return false;
     }
+    if (sequenceTrace_) ++sequenceTrace_->acceptedAt[sequencePosition_ - 1];
     if (sequencePosition_ == lines->size()) outcome_ = Outcome::kVerified;
     return true;
+  }
+
+  void noteRejected(const AssertionEntries& entry, const std::string& value, size_t before) {
+    SequenceDiagnosis& trace = *sequenceTrace_;
+    trace.rejectedEntry = verdict_.entries;
+    trace.rejectedRecord = &entry.record();
+    trace.value = value;
+    trace.sdiName = entry.sdiName();
+    trace.msgId = entry.msgId();
+    trace.position = before;
+    trace.showExpected = true;
+  }
+
+  // A run that left the diagram, or ended before its end, is told what the
+  // diagram would have taken there.
+  void explainSequence() {
+    SequenceDiagnosis& trace = *sequenceTrace_;
+    verdict_.diagnosis.kind = Diagnosis::Kind::kSequence;
+    if (!trace.rejectedRecord &&
+        (verdict_.coverage != "100" || (notTerminated_ && !userExit_))) {
+      trace.position = sequencePosition_;
+      trace.showExpected = true;
+    }
+    if (trace.showExpected) {
+      trace.expected = acceptableMessages(*model_.sequenceLines, trace.position);
+    }
   }
 
   // An entry of any other test case: on a chart, the state that performs it
@@ -79,12 +118,47 @@ class Judgement {
     if (!model_.chart || !currentState_ || !isChart(model_.kind)) return true;
     VisitedRecords visited;
     const std::string& statement = entry.record().assertionText;
+    ChartSearchTrace search;
+    ChartSearchTrace* trace = chartTrace_ ? &search : nullptr;
+    const ChartRecord* from = currentState_;
     currentState_ = model_.kind == VerificationKind::kFlowchartTest
-                        ? flowchartStep(statement, currentState_, visited, chart_)
-                        : statechartStep(statement, currentState_, visited, chart_);
+                        ? flowchartStep(statement, currentState_, visited, chart_, trace)
+                        : statechartStep(statement, currentState_, visited, chart_, trace);
+    if (chartTrace_) notePath(search, from, statement);
     if (currentState_) return true;
     outcome_ = Outcome::kFault;
     return false;
+  }
+
+  static ChartDiagnosis::Step stepOf(const ChartRecord& record) {
+    ChartDiagnosis::Step step;
+    step.state = !record.stateName.empty();
+    step.name = step.state ? record.stateName : record.transitionName;
+    step.guid = record.guid;
+    return step;
+  }
+
+  // The records a search went through join the path, the one it found
+  // marked with the entry; a search that found nothing is where it stopped.
+  void notePath(const ChartSearchTrace& search, const ChartRecord* from,
+                const std::string& statement) {
+    ChartDiagnosis& trace = *chartTrace_;
+    if (search.path.empty()) {
+      trace.stopped = true;
+      if (from) trace.stoppedAt = stepOf(*from);
+      trace.stoppedEntry = verdict_.entries;
+      trace.assertion = statement;
+      for (const ChartRecord* tried : search.tried) trace.tried.push_back(tried->transitionName);
+      return;
+    }
+    for (size_t i = 0; i < search.path.size(); ++i) {
+      // The record a search starts on ends the path already.
+      if (i == 0 && search.path[0] == lastOnPath_) continue;
+      ChartDiagnosis::Step step = stepOf(*search.path[i]);
+      if (i + 1 == search.path.size()) step.entry = verdict_.entries;
+      trace.add(std::move(step));
+    }
+    lastOnPath_ = search.path.back();
   }
 
   // One failed record fails the test case for good.
@@ -123,10 +197,20 @@ class Judgement {
     bool completes = false;
     if (outcome_ == Outcome::kOpen) {
       VisitedRecords visited;
-      const ChartRecord* end = model_.kind == VerificationKind::kFlowchartTest
-                                   ? flowchartCanComplete(currentState_, visited, chart_)
-                                   : statechartCanComplete(currentState_, visited, chart_);
+      ChartSearchTrace search;
+      ChartSearchTrace* trace = chartTrace_ ? &search : nullptr;
+      const ChartRecord* end =
+          model_.kind == VerificationKind::kFlowchartTest
+              ? flowchartCanComplete(currentState_, visited, chart_, trace)
+              : statechartCanComplete(currentState_, visited, chart_, trace);
       completes = end != nullptr || userExit_;
+      if (chartTrace_ && !completes) {
+        chartTrace_->stopped = true;
+        if (currentState_) chartTrace_->stoppedAt = stepOf(*currentState_);
+        for (const ChartRecord* tried : search.tried) {
+          chartTrace_->tried.push_back(tried->transitionName);
+        }
+      }
     }
     if (completes) {
       outcome_ = Outcome::kVerified;
@@ -170,12 +254,25 @@ class Judgement {
   std::string lastProgressLine_;
   bool notTerminated_ = false;
   bool userExit_ = false;
+  SequenceDiagnosis* sequenceTrace_ = nullptr;  // when explaining
+  ChartDiagnosis* chartTrace_ = nullptr;
+  const ChartRecord* lastOnPath_ = nullptr;
 };
 
 }  // namespace
 
-TestCaseVerdict judgeTestCase(const AssertionList* records, const TestModel& model) {
-  return Judgement(model).judge(records);
+void ChartDiagnosis::add(Step step) {
+  // Only the end of a long path is kept: that is where the run left it.
+  if (path.size() == kMostSteps) {
+    path.pop_front();
+    ++omitted;
+  }
+  path.push_back(std::move(step));
+}
+
+TestCaseVerdict judgeTestCase(const AssertionList* records, const TestModel& model,
+                              bool explain) {
+  return Judgement(model, explain).judge(records);
 }
 
 TestCaseVerdict judgeTestCase(int32_t testCase) {
@@ -184,7 +281,7 @@ TestCaseVerdict judgeTestCase(int32_t testCase) {
   model.kind = readVerificationFile(testCase);
   model.sequenceLines = r.sequenceLines[testCase].get();
   model.chart = r.chartSteps[testCase].get();
-  return judgeTestCase(r.testCaseAssertions[testCase].get(), model);
+  return judgeTestCase(r.testCaseAssertions[testCase].get(), model, r.explain);
 }
 
 }  // namespace qendor

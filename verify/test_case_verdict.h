@@ -3,8 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "base/assertion_record.h"
 #include "base/chart_record.h"
@@ -35,6 +37,57 @@ struct TestModel {
   const ChartList* chart = nullptr;
 };
 
+// Where a sequence diagram test case's run left its diagram.
+struct SequenceDiagnosis {
+  // Per diagram line, how many recorded messages the step accepted there.
+  std::vector<uint32_t> acceptedAt;
+  // The first entry the step rejected, if any: its number among the
+  // entries (from 1), its record and the pieces of it the documents show.
+  size_t rejectedEntry = 0;
+  const AssertionRecord* rejectedRecord = nullptr;
+  std::string value;
+  std::string sdiName;
+  std::string msgId;
+  // Where the step stood before the rejected message, or after the last
+  // accepted one when the run ended early; and what it would have accepted
+  // there (only then).
+  size_t position = 0;
+  bool showExpected = false;
+  std::vector<std::string> expected;
+};
+
+// The path a chart test case's searches followed.
+struct ChartDiagnosis {
+  static constexpr size_t kMostSteps = 200;
+  struct Step {
+    std::string name;  // the state's or transition's name
+    std::string guid;
+    bool state = false;
+    size_t entry = 0;  // the entry it performed (from 1); 0 when passed through
+  };
+  // The last kMostSteps steps of the path, after `omitted` earlier ones.
+  std::deque<Step> path;
+  size_t omitted = 0;
+  // Where a search found nothing: the record it stood on, the entry it
+  // looked for (0 for the search of the chart's end) and its statement, and
+  // the transitions it tried.
+  bool stopped = false;
+  Step stoppedAt;
+  size_t stoppedEntry = 0;
+  std::string assertion;
+  std::vector<std::string> tried;
+
+  void add(Step step);
+};
+
+// The explanation of a verdict, for the documents of a run that asks for it.
+struct Diagnosis {
+  enum class Kind { kNone, kSequence, kChart };
+  Kind kind = Kind::kNone;
+  SequenceDiagnosis sequence;
+  ChartDiagnosis chart;
+};
+
 struct TestCaseVerdict {
   bool hasRecords = false;  // the log opened the test case
   TestType type = TestType::kCode;
@@ -55,6 +108,9 @@ struct TestCaseVerdict {
   std::string value = "0";
   std::string max = "0";
   std::string coverage = "0";
+
+  // Only when asked for.
+  Diagnosis diagnosis;
 };
 
 // The verdicts of a run's test cases by number, each judged once.
@@ -62,10 +118,13 @@ using TestCaseVerdicts = std::map<int32_t, TestCaseVerdict>;
 
 // Walks `records` (null: the log never opened the test case) against
 // `model`. Throws std::out_of_range when the sequence verification does.
-TestCaseVerdict judgeTestCase(const AssertionList* records, const TestModel& model);
+// With `explain`, a sequence diagram or chart test case's verdict carries its
+// diagnosis.
+TestCaseVerdict judgeTestCase(const AssertionList* records, const TestModel& model,
+                              bool explain = false);
 
 // Reads the test case's verification file into the run tables and judges
-// its records from `run()`.
+// its records from `run()`, explained when `run().explain` says so.
 TestCaseVerdict judgeTestCase(int32_t testCase);
 
 }  // namespace qendor

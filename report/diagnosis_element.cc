@@ -1,0 +1,151 @@
+#include "report/diagnosis_element.h"
+
+#include <string>
+#include <vector>
+
+#include "base/text.h"
+#include "report/xml_node.h"
+#include "verify/sequence_diagnosis.h"
+
+namespace qendor {
+
+namespace {
+
+// Runs of at least this many steps side by side with the same count are
+// written as one "Steps" element, so that a huge diagram stays small.
+constexpr size_t kFoldedRun = 16;
+
+std::string lineText(size_t index) {
+  return decimalText(static_cast<int64_t>(index) + 1);
+}
+
+void writeStep(xmlNode* parent, const SequenceLines& lines, size_t line, uint32_t accepted) {
+  xmlNode* step = addElement(parent, "Step");
+  setAttribute(step, "line", lineText(line));
+  setAttribute(step, "value", lines[line]);
+  setAttribute(step, "accepted", decimalText(accepted));
+}
+
+// Steps from..to (indexes into `items`), all with the same count.
+void writeSteps(xmlNode* parent, const SequenceLines& lines, const std::vector<OutlineItem>& items,
+                size_t from, size_t to, uint32_t accepted) {
+  xmlNode* steps = addElement(parent, "Steps");
+  setAttribute(steps, "line", lineText(items[from].line));
+  setAttribute(steps, "lastLine", lineText(items[to].line));
+  setAttribute(steps, "first", lines[items[from].line]);
+  setAttribute(steps, "last", lines[items[to].line]);
+  setAttribute(steps, "count", decimalText(static_cast<int64_t>(to - from + 1)));
+  setAttribute(steps, "accepted", decimalText(accepted));
+}
+
+void writeOutline(xmlNode* diagnosis, const SequenceLines& lines,
+                  const SequenceDiagnosis& sequence) {
+  const std::vector<OutlineItem> items = sequenceOutline(lines);
+  std::vector<xmlNode*> open{addElement(diagnosis, "Outline")};
+  for (size_t i = 0; i < items.size(); ++i) {
+    const OutlineItem& item = items[i];
+    switch (item.kind) {
+      case OutlineItem::Kind::kStep: {
+        const uint32_t accepted = sequence.acceptedAt[item.line];
+        size_t last = i;
+        while (last + 1 < items.size() && items[last + 1].kind == OutlineItem::Kind::kStep &&
+               sequence.acceptedAt[items[last + 1].line] == accepted) {
+          ++last;
+        }
+        if (last + 1 - i >= kFoldedRun) {
+          writeSteps(open.back(), lines, items, i, last, accepted);
+          i = last;
+        } else {
+          writeStep(open.back(), lines, item.line, accepted);
+        }
+        break;
+      }
+      case OutlineItem::Kind::kFragmentBegin: {
+        xmlNode* fragment = addElement(open.back(), "Fragment");
+        setAttribute(fragment, "operator", item.operatorName);
+        setAttribute(fragment, "id", item.id);
+        setAttribute(fragment, "line", lineText(item.line));
+        open.push_back(fragment);
+        break;
+      }
+      case OutlineItem::Kind::kOperandBegin: {
+        xmlNode* operand = addElement(open.back(), "Operand");
+        setAttribute(operand, "line", lineText(item.line));
+        open.push_back(operand);
+        break;
+      }
+      case OutlineItem::Kind::kFragmentEnd:
+      case OutlineItem::Kind::kOperandEnd:
+        if (open.size() > 1) open.pop_back();
+        break;
+    }
+  }
+}
+
+void writeSequenceDiagnosis(xmlNode* diagnosis, const SequenceLines& lines,
+                            const SequenceDiagnosis& sequence) {
+  setAttribute(diagnosis, "kind", "sequence");
+  writeOutline(diagnosis, lines, sequence);
+  if (const AssertionRecord* record = sequence.rejectedRecord) {
+    xmlNode* rejected = addElement(diagnosis, "Rejected");
+    setAttribute(rejected, "assertion", decimalText(static_cast<int64_t>(sequence.rejectedEntry)));
+    setAttribute(rejected, "fnr", record->fileNumber);
+    setAttribute(rejected, "lnr", record->lineNumber);
+    setAttribute(rejected, "value", sequence.value);
+    setAttribute(rejected, "sdiname", sequence.sdiName);
+    setAttribute(rejected, "msgid", sequence.msgId);
+  }
+  if (!sequence.showExpected) return;
+  xmlNode* expected = addElement(diagnosis, "Expected");
+  // The line the step stood on; past the last line the diagram had ended.
+  setAttribute(expected, "line",
+               sequence.position < lines.size() ? lineText(sequence.position) : "end");
+  for (const std::string& value : sequence.expected) {
+    setAttribute(addElement(expected, "Value"), "value", value);
+  }
+}
+
+void writeChartStep(xmlNode* parent, const ChartDiagnosis::Step& step) {
+  xmlNode* element = addElement(parent, step.state ? "State" : "Transition");
+  setAttribute(element, "name", step.name);
+  setAttribute(element, "guid", step.guid);
+  if (step.entry > 0) {
+    setAttribute(element, "assertion", decimalText(static_cast<int64_t>(step.entry)));
+  }
+}
+
+void writeChartDiagnosis(xmlNode* diagnosis, const ChartDiagnosis& chart) {
+  setAttribute(diagnosis, "kind", "chart");
+  xmlNode* path = addElement(diagnosis, "Path");
+  setAttribute(path, "omitted", decimalText(static_cast<int64_t>(chart.omitted)));
+  for (const ChartDiagnosis::Step& step : chart.path) writeChartStep(path, step);
+  if (!chart.stopped) return;
+  // A search for an assertion found nothing, or none led to the chart's end.
+  xmlNode* stop = addElement(diagnosis, chart.stoppedEntry > 0 ? "NoMatch" : "NoEnd");
+  setAttribute(stop, "state", chart.stoppedAt.name);
+  setAttribute(stop, "guid", chart.stoppedAt.guid);
+  if (chart.stoppedEntry > 0) {
+    setAttribute(stop, "assertion", decimalText(static_cast<int64_t>(chart.stoppedEntry)));
+    setAttribute(stop, "statement", chart.assertion);
+  }
+  for (const std::string& name : chart.tried) {
+    setAttribute(addElement(stop, "Tried"), "name", name);
+  }
+}
+
+}  // namespace
+
+void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict,
+                    const SequenceLines* lines) {
+  const Diagnosis& diagnosis = verdict.diagnosis;
+  if (diagnosis.kind == Diagnosis::Kind::kNone) return;
+  if (diagnosis.kind == Diagnosis::Kind::kSequence && !lines) return;
+  xmlNode* element = addElement(testCaseResult, "Diagnosis");
+  if (diagnosis.kind == Diagnosis::Kind::kSequence) {
+    writeSequenceDiagnosis(element, *lines, diagnosis.sequence);
+  } else {
+    writeChartDiagnosis(element, diagnosis.chart);
+  }
+}
+
+}  // namespace qendor
