@@ -122,7 +122,7 @@ void writeChartDiagnosis(xmlNode* diagnosis, const ChartDiagnosis& chart) {
   if (!chart.stopped) return;
   // A search for an assertion found nothing, or none led to the chart's end.
   xmlNode* stop = addElement(diagnosis, chart.stoppedEntry > 0 ? "NoMatch" : "NoEnd");
-  setAttribute(stop, "state", chart.stoppedAt.name);
+  setAttribute(stop, "name", chart.stoppedAt.name);
   setAttribute(stop, "guid", chart.stoppedAt.guid);
   if (chart.stoppedEntry > 0) {
     setAttribute(stop, "assertion", decimalText(static_cast<int64_t>(chart.stoppedEntry)));

@@ -1,0 +1,334 @@
+#include "report/diagnosis_element.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "base/line_reader.h"
+#include "report/xml_node.h"
+#include "tests/test_support.h"
+#include "tests/xml_dump.h"
+#include "verify/test_case_verdict.h"
+#include "verify/verification_file.h"
+
+namespace qendor {
+namespace {
+
+// A sequence diagram test case whose steps report `values` in turn (each as
+// progress value/max), then finishes unless `finished` is false.
+AssertionList sdRun(const std::vector<std::string>& values, int max, bool finished) {
+  AssertionList records;
+  records.push_back(AssertionRecord{R"(ZKR_ASSERT_SD("Shop", "start", "Starting test case"))",
+                                    Status::kPassed, "1", "10", ""});
+  int line = 11;
+  for (const std::string& value : values) {
+    records.push_back(AssertionRecord{"ZKR_ASSERT_SD(\"Shop\", \"m" + value + "\", \"x\")",
+                                      Status::kPassed, "1", std::to_string(line++),
+                                      "step - progress " + value + "/" + std::to_string(max)});
+  }
+  if (finished) {
+    records.push_back(AssertionRecord{R"(ZKR_ASSERT_SD("Shop", "end", "Finished test case: A"))",
+                                      Status::kPassed, "1", std::to_string(line), ""});
+  }
+  return records;
+}
+
+// The Diagnosis element a run gets against `lines`, without indentation.
+std::string diagnosisOf(const SequenceLines& lines, const AssertionList& records) {
+  TestModel model;
+  model.kind = VerificationKind::kSdTest;
+  model.sequenceLines = &lines;
+  const TestCaseVerdict verdict = judgeTestCase(&records, model, true);
+  XmlNodePtr result(newElement("TestCaseResult"));
+  writeDiagnosis(result.get(), verdict, &lines);
+  return test::dumpNode(result->children);
+}
+
+struct Case {
+  const char* name;
+  SequenceLines lines;
+  std::vector<std::string> run;
+  bool finished;
+  const char* expected;
+};
+
+// Each diagram with a conforming run, a wrong operand or step, a skipped
+// step, an extra step and a run that stops early.
+TEST(DiagnosisElement, SequenceDiagramsAndRuns) {
+  const SequenceLines strict = {"STRICT_BEGIN(s)", "1", "2", "STRICT_END(s)", "3"};
+  const SequenceLines alt2 = {"1", "ALT_BEGIN(a)",       "ALT_OPERAND_BEGIN(a)",
+                              "2", "ALT_OPERAND_END(a)", "ALT_OPERAND_BEGIN(a)",
+                              "3", "ALT_OPERAND_END(a)", "ALT_END(a)",
+                              "4"};
+  const SequenceLines alt3 = {"ALT_BEGIN(a)",       "ALT_OPERAND_BEGIN(a)", "1",
+                              "ALT_OPERAND_END(a)", "ALT_OPERAND_BEGIN(a)", "2",
+                              "ALT_OPERAND_END(a)", "ALT_OPERAND_BEGIN(a)", "3",
+                              "ALT_OPERAND_END(a)", "ALT_END(a)",           "4"};
+  const SequenceLines opt = {
+      "1", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "2", "OPT_OPERAND_END(o)", "OPT_END(o)", "3"};
+  const SequenceLines loop = {"1", "LOOP_BEGIN(l)",       "LOOP_OPERAND_BEGIN(l)", "2",
+                              "3", "LOOP_OPERAND_END(l)", "LOOP_END(l)",           "4"};
+  const SequenceLines brk = {"STRICT_BEGIN",
+                             "1",
+                             "BREAK_BEGIN(b)",
+                             "BREAK_OPERAND_BEGIN(b)",
+                             "2",
+                             "BREAK_OPERAND_END(b)",
+                             "BREAK_END(b)",
+                             "3",
+                             "STRICT_END",
+                             "4"};
+  const SequenceLines consider = {"CONSIDER_BEGIN(c)",       "CONSIDER_OPERAND_BEGIN(c)", "1", "2",
+                                  "CONSIDER_OPERAND_END(c)", "CONSIDER_END(c)",           "3"};
+  const SequenceLines nested = {"1",
+                                "LOOP_BEGIN(l)",
+                                "LOOP_OPERAND_BEGIN(l)",
+                                "ALT_BEGIN(a)",
+                                "ALT_OPERAND_BEGIN(a)",
+                                "2",
+                                "ALT_OPERAND_END(a)",
+                                "ALT_OPERAND_BEGIN(a)",
+                                "3",
+                                "ALT_OPERAND_END(a)",
+                                "ALT_END(a)",
+                                "LOOP_OPERAND_END(l)",
+                                "LOOP_END(l)",
+                                "4"};
+  struct Run {
+    std::vector<std::string> values;
+    const char* expected;
+  };
+  struct Diagram {
+    const char* name;
+    const SequenceLines* lines;
+    int max;
+    std::vector<Run> runs;
+  };
+  const Diagram diagrams[] = {
+      {"strict",
+       &strict,
+       3,
+       {{{"1", "2", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="2" accepted="1"/></Fragment><Step line="5" value="3" accepted="1"/></Outline></Diagnosis>)"},
+        {{"2", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="0"/><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="2" fnr="1" lnr="11" value="2" sdiname="Shop" msgid="m2"/><Expected line="1"><Value value="1"/></Expected></Diagnosis>)"},
+        {{"1", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="3"><Value value="2"/></Expected></Diagnosis>)"},
+        {{"1", "2", "2", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="2" accepted="1"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="4"><Value value="3"/></Expected></Diagnosis>)"},
+        {{"1"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Expected line="3"><Value value="2"/></Expected></Diagnosis>)"}}},
+      {"alt2",
+       &alt2,
+       4,
+       {{{"1", "3", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="1"/></Operand></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "5"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="5" sdiname="Shop" msgid="m5"/><Expected line="2"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+        {{"1", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "2", "3", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand><Operand line="6"><Step line="7" value="3" accepted="1"/></Operand></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "2"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="0"/></Outline><Expected line="5"><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+      {"alt3",
+       &alt3,
+       4,
+       {{{"3", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="1"/></Operand></Fragment><Step line="12" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"5", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Rejected assertion="2" fnr="1" lnr="11" value="5" sdiname="Shop" msgid="m5"/><Expected line="1"><Value value="1"/><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+        {{"4"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"2", "2", "4"}, R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="1"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="2" sdiname="Shop" msgid="m2"/><Expected line="7"><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+        {{"1"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Expected line="4"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+      {"opt",
+       &opt,
+       3,
+       {{{"1", "2", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="4" sdiname="Shop" msgid="m4"/><Expected line="2"><Value value="2"/><Value value="3"/></Expected></Diagnosis>)"},
+        {{"1", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "2", "2", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"},
+        {{"1", "2"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
+      {"loop",
+       &loop,
+       4,
+       {{{"1", "2", "3", "2", "3", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="2"/><Step line="5" value="3" accepted="2"/></Operand></Fragment><Step line="8" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="2"><Value value="2"/><Value value="4"/></Expected></Diagnosis>)"},
+        {{"1", "2", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="4" sdiname="Shop" msgid="m4"/><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"},
+        {{"1", "4", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="1"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="4" sdiname="Shop" msgid="m4"/><Expected line="end"/></Diagnosis>)"},
+        {{"1", "2"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
+      {"break",
+       &brk,
+       4,
+       {{{"1", "2", "3", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="1"/></Operand></Fragment><Step line="8" value="3" accepted="1"/></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "5"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="5" sdiname="Shop" msgid="m5"/><Expected line="3"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+        {{"1", "3", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="1"/></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "2", "2"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="1"/></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="6"><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+        {{"1"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Expected line="3"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+      {"consider",
+       &consider,
+       3,
+       {{{"1", "2", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="1"/></Outline></Diagnosis>)"},
+        {{"2"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="2" fnr="1" lnr="11" value="2" sdiname="Shop" msgid="m2"/><Expected line="1"><Value value="1"/></Expected></Diagnosis>)"},
+        {{"1", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="4"><Value value="2"/></Expected></Diagnosis>)"},
+        {{"1", "2", "3", "3"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="1"/></Outline><Rejected assertion="5" fnr="1" lnr="14" value="3" sdiname="Shop" msgid="m3"/><Expected line="end"/></Diagnosis>)"},
+        {{"1", "2"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
+      {"nested",
+       &nested,
+       4,
+       {{{"1", "2", "3", "2", "4"}, R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="2"/></Operand><Operand line="8"><Step line="9" value="3" accepted="1"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "2", "5"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="1"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="5" sdiname="Shop" msgid="m5"/><Expected line="7"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+        {{"1", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"/></Outline></Diagnosis>)"},
+        {{"1", "3", "3", "4", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="2"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"/></Outline><Rejected assertion="6" fnr="1" lnr="15" value="4" sdiname="Shop" msgid="m4"/><Expected line="end"/></Diagnosis>)"},
+        {{"1", "2"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="1"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="0"/></Outline><Expected line="7"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+  };
+  for (const Diagram& d : diagrams) {
+    for (size_t i = 0; i < d.runs.size(); ++i) {
+      // The last run of each stops early: no finish assertion.
+      EXPECT_EQ(diagnosisOf(*d.lines, sdRun(d.runs[i].values, d.max, i + 1 != d.runs.size())),
+                d.runs[i].expected)
+          << d.name << " run " << i;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace qendor
+
+namespace qendor {
+namespace {
+
+// A statechart: Init, then by "go" into the composite Outer, whose default
+// transition "enter" leads to Inner; Inner loops on itself by "again" and
+// leaves Outer by "leave" to the top-level End.
+const char kChart[] =
+    "STATECHART_TEST\n"
+    "STATE_NAME:\nInit\nGUID:\ng1\nSTATE_TYPE:\nState\nPARENT_NAME:\nROOT\nPARENT_GUID:\nROOT\n"
+    "STATE_ACTION_ENTRY:\nZKR_ASSERT_TRUE(\"Starting test case: C\");\nOUT_TRANSITIONS:\nt1\n"
+    "----------\n"
+    "TRANSITION_NAME:\ngo\nGUID:\nt1\nTRANSITION_TARGET:\ng2\n"
+    "----------\n"
+    "STATE_NAME:\nOuter\nGUID:\ng2\nSTATE_TYPE:\nState\nPARENT_NAME:\nROOT\nPARENT_GUID:\nROOT\n"
+    "DEFAULT_TRANSITION:\nt2\nOUT_TRANSITIONS:\nt4\n"
+    "----------\n"
+    "TRANSITION_NAME:\nenter\nGUID:\nt2\nTRANSITION_TARGET:\ng3\n"
+    "----------\n"
+    "STATE_NAME:\nInner\nGUID:\ng3\nSTATE_TYPE:\nState\nPARENT_NAME:\nOuter\nPARENT_GUID:\ng2\n"
+    "STATE_ACTION_ENTRY:\nZKR_ASSERT_TRUE(inner());\nOUT_TRANSITIONS:\nt3\n"
+    "----------\n"
+    "TRANSITION_NAME:\nagain\nGUID:\nt3\nTRANSITION_ACTION:\nZKR_ASSERT_TRUE(again());\n"
+    "TRANSITION_TARGET:\ng3\n"
+    "----------\n"
+    "TRANSITION_NAME:\nleave\nGUID:\nt4\nTRANSITION_TARGET:\ng4\n"
+    "----------\n"
+    "STATE_NAME:\nEnd\nGUID:\ng4\nSTATE_TYPE:\nLocalTermination\nPARENT_NAME:\nROOT\n"
+    "PARENT_GUID:\nROOT\n";
+
+std::string chartDiagnosisOf(const std::vector<std::string>& statements, bool finished) {
+  LineReader text{std::string_view(kChart)};
+  const Verification verification = parseVerificationFile(text);
+  TestModel model;
+  model.kind = verification.kind;
+  model.chart = verification.chart.get();
+  AssertionList records;
+  records.push_back(AssertionRecord{R"(ZKR_ASSERT_TRUE("Starting test case: C");)", Status::kPassed,
+                                    "1", "1", ""});
+  for (const std::string& statement : statements) {
+    records.push_back(AssertionRecord{statement, Status::kPassed, "1", "2", ""});
+  }
+  if (finished) {
+    records.push_back(AssertionRecord{R"(ZKR_ASSERT_TRUE("Finished test case: C");)",
+                                      Status::kPassed, "1", "3", ""});
+  }
+  const TestCaseVerdict verdict = judgeTestCase(&records, model, true);
+  XmlNodePtr result(newElement("TestCaseResult"));
+  writeDiagnosis(result.get(), verdict, nullptr);
+  return test::dumpNode(result->children);
+}
+
+// The searches' path, then where one found nothing: an assertion after a
+// transition whose target performs another one, an assertion nowhere in the
+// chart, the chart's end out of reach.
+TEST(DiagnosisElement, ChartPaths) {
+  const std::string init = R"(<State name="Init" guid="g1" assertion="1"/>)";
+  const std::string toInner =
+      R"(<Transition name="go" guid="t1"/><State name="Outer" guid="g2"/>)"
+      R"(<Transition name="enter" guid="t2"/><State name="Inner" guid="g3" assertion="2"/>)";
+  const std::string again = R"(<Transition name="again" guid="t3" assertion="3"/>)";
+  EXPECT_EQ(
+      chartDiagnosisOf({"ZKR_ASSERT_TRUE(inner());", "ZKR_ASSERT_TRUE(again());"}, true),
+      R"(<Diagnosis kind="chart"><Path omitted="0">)" + init + toInner + again +
+          R"(</Path><NoEnd name="again" guid="t3"><Tried name="again"/></NoEnd></Diagnosis>)");
+  EXPECT_EQ(chartDiagnosisOf({"ZKR_ASSERT_TRUE(inner());", "ZKR_ASSERT_TRUE(nowhere());"}, true),
+            R"(<Diagnosis kind="chart"><Path omitted="0">)" + init + toInner +
+                R"(</Path><NoMatch name="Inner" guid="g3" assertion="3" )"
+                R"(statement="ZKR_ASSERT_TRUE(nowhere());"><Tried name="enter"/>)"
+                R"(<Tried name="leave"/></NoMatch></Diagnosis>)");
+  EXPECT_EQ(chartDiagnosisOf({"ZKR_ASSERT_TRUE(again());"}, true),
+            R"(<Diagnosis kind="chart"><Path omitted="0">)" + init +
+                R"(</Path><NoMatch name="Init" guid="g1" assertion="2" )"
+                R"(statement="ZKR_ASSERT_TRUE(again());"><Tried name="go"/><Tried name="enter"/>)"
+                R"(<Tried name="leave"/></NoMatch></Diagnosis>)");
+  // The self-loop is taken once; from the transition only its target's
+  // entry could follow, and that performs another assertion.
+  EXPECT_EQ(chartDiagnosisOf({"ZKR_ASSERT_TRUE(inner());", "ZKR_ASSERT_TRUE(again());",
+                              "ZKR_ASSERT_TRUE(again());"},
+                             true),
+            R"(<Diagnosis kind="chart"><Path omitted="0">)" + init + toInner + again +
+                R"(</Path><NoMatch name="again" guid="t3" assertion="4" )"
+                R"(statement="ZKR_ASSERT_TRUE(again());"><Tried name="again"/></NoMatch>)"
+                R"(</Diagnosis>)");
+  // A run that stops early on a chart that could still end: only the path.
+  EXPECT_EQ(
+      chartDiagnosisOf({"ZKR_ASSERT_TRUE(inner());"}, false),
+      R"(<Diagnosis kind="chart"><Path omitted="0">)" + init + toInner + R"(</Path></Diagnosis>)");
+}
+
+TEST(DiagnosisElement, LongChartPathsKeepTheirEnd) {
+  ChartDiagnosis diagnosis;
+  for (size_t i = 0; i < ChartDiagnosis::kMostSteps + 5; ++i) {
+    diagnosis.add(ChartDiagnosis::Step{std::to_string(i), "g", true, i});
+  }
+  EXPECT_EQ(diagnosis.omitted, 5u);
+  ASSERT_EQ(diagnosis.path.size(), ChartDiagnosis::kMostSteps);
+  EXPECT_EQ(diagnosis.path.front().name, "5");
+  EXPECT_EQ(diagnosis.path.back().name, std::to_string(ChartDiagnosis::kMostSteps + 4));
+}
+
+TEST(DiagnosisElement, NoneWithoutAModel) {
+  AssertionList records = sdRun({"1"}, 1, true);
+  const TestCaseVerdict verdict = judgeTestCase(&records, TestModel{}, true);
+  XmlNodePtr result(newElement("TestCaseResult"));
+  writeDiagnosis(result.get(), verdict, nullptr);
+  EXPECT_EQ(test::dumpNode(result.get()), "<TestCaseResult/>");
+}
+
+}  // namespace
+}  // namespace qendor
