@@ -54,6 +54,10 @@ for form in full short; do
   cp "$dir"/verification/*.ver "$dir/out/"
   [ -d "$dir/images" ] && cp -R "$dir/images/spec_jpegs" "$dir/images/result_jpegs" "$dir/out/"
   run_case "$dir" out -infofile "$info" -resultfile results.log -tcontext "$context"
+  mkdir "$dir/out-explain"
+  cp "$dir"/verification/*.ver "$dir/out-explain/"
+  run_case "$dir" out-explain -infofile "$info" -resultfile results.log -tcontext "$context" \
+    -explain
   for language in CHS KOR; do
     run_case "$dir" "out-$language" -infofile "$info" -resultfile results.log \
       -tcontext "$context" -language "$language"
@@ -107,6 +111,15 @@ refuse() {
     fail "$what: the schema accepted it"
   fi
 }
+explained=$work/examples/out-explain/Checkout.xml
+grep -q '<Diagnosis kind="sequence">' "$explained" ||
+  fail "$explained holds no sequence diagnosis"
+grep -q '<Diagnosis kind="chart">' "$explained" || fail "$explained holds no chart diagnosis"
+sed 's/<Diagnosis kind="sequence">/<Diagnosis kind="sd">/' "$explained" >"$work/bad.xml"
+if xmllint --noout --schema "$schema" "$work/bad.xml" 2>/dev/null; then
+  fail "unknown diagnosis kind: the schema accepted it"
+fi
+
 refuse "status NOT_TERMINATED" 's/status="ERROR"/status="NOT_TERMINATED"/'
 refuse "unknown kind" 's/kind="rk_testcontext"/kind="rk_other"/'
 refuse "unknown test type" 's/testType="tt_Code"/testType="tt_Chart"/'

@@ -227,92 +227,102 @@ const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase) {
 
 const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
                                   VisitedRecords& visited, const ChartList& chart,
-                                 ChartSearchTrace* trace) {
+                                  ChartSearchTrace* trace) {
   assertion = withoutBlanks(assertion);
-  return runSearch(record, [&](Frame& frame) -> Move {
-    const ChartRecord& state = *frame.record;
-    if (!isState(state)) return transitionStep(frame, assertion, chart);
-    if (frame.phase == Phase::kStart) {
-      if (contains(state.entryAction, assertion)) return yield(frame.record);
-      if (contains(state.internalAction, assertion)) return yield(frame.record);
-      if (contains(state.exitAction, assertion)) return yield(frame.record);
-      if (contains(state.exitAction, kAssertMarker)) return yield(nullptr);
-    }
-    // A leaving transition that performs the assertion is the answer; one
-    // that performs another assertion is a barrier.
-    const bool topLevel = state.parentGuid.empty() || state.parentGuid == "ROOT";
-    return leaveState(frame, visited, chart, topLevel, [&](const ChartRecord& t, Move& move) {
-      if (contains(t.transitionAction, assertion)) {
-        move = yield(&t);
-        return true;
-      }
-      if (contains(t.transitionAction, kAssertMarker)) return false;
-      move = callOn(&t);
-      return true;
-    });
-  }, trace);
+  return runSearch(
+      record,
+      [&](Frame& frame) -> Move {
+        const ChartRecord& state = *frame.record;
+        if (!isState(state)) return transitionStep(frame, assertion, chart);
+        if (frame.phase == Phase::kStart) {
+          if (contains(state.entryAction, assertion)) return yield(frame.record);
+          if (contains(state.internalAction, assertion)) return yield(frame.record);
+          if (contains(state.exitAction, assertion)) return yield(frame.record);
+          if (contains(state.exitAction, kAssertMarker)) return yield(nullptr);
+        }
+        // A leaving transition that performs the assertion is the answer; one
+        // that performs another assertion is a barrier.
+        const bool topLevel = state.parentGuid.empty() || state.parentGuid == "ROOT";
+        return leaveState(frame, visited, chart, topLevel, [&](const ChartRecord& t, Move& move) {
+          if (contains(t.transitionAction, assertion)) {
+            move = yield(&t);
+            return true;
+          }
+          if (contains(t.transitionAction, kAssertMarker)) return false;
+          move = callOn(&t);
+          return true;
+        });
+      },
+      trace);
 }
 
 const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
                                  VisitedRecords& visited, const ChartList& chart,
                                  ChartSearchTrace* trace) {
   assertion = withoutBlanks(assertion);
-  return runSearch(record, [&](Frame& frame) -> Move {
-    const ChartRecord& node = *frame.record;
-    if (!isState(node)) return transitionStep(frame, assertion, chart);
-    if (frame.phase == Phase::kLeaving) return nextLeaving(frame, chart);
-    if (frame.phase == Phase::kLast) return yield(nullptr);
-    if (contains(node.entryAction, assertion)) return yield(frame.record);
-    return leaveFlowchartNode(frame, visited, chart);
-  }, trace);
+  return runSearch(
+      record,
+      [&](Frame& frame) -> Move {
+        const ChartRecord& node = *frame.record;
+        if (!isState(node)) return transitionStep(frame, assertion, chart);
+        if (frame.phase == Phase::kLeaving) return nextLeaving(frame, chart);
+        if (frame.phase == Phase::kLast) return yield(nullptr);
+        if (contains(node.entryAction, assertion)) return yield(frame.record);
+        return leaveFlowchartNode(frame, visited, chart);
+      },
+      trace);
 }
 
 const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                         const ChartList& chart,
-                                         ChartSearchTrace* trace) {
-  return runSearch(record, [&](Frame& frame) -> Move {
-    const ChartRecord& state = *frame.record;
-    if (!isState(state)) {
-      if (frame.phase != Phase::kStart) return yield(nullptr);
-      if (state.transitionName.empty()) return yield(nullptr);
-      const ChartRecord* target = chart.find(state.transitionTarget);
-      if (!target) return yield(nullptr);
-      if (isTopLevelEnd(*target)) return yield(target);
-      if (target->stateType != "Termination") {
-        if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
-        if (contains(target->exitAction, kAssertMarker)) return yield(nullptr);
-        frame.phase = Phase::kLast;
-        return callOn(target);
-      }
-      return yield(target);  // a termination at any level completes
-    }
-    const bool topLevel = state.parentGuid.empty() || state.parentName == "ROOT";
-    return leaveState(frame, visited, chart, topLevel, [](const ChartRecord& t, Move& move) {
-      if (contains(t.transitionAction, kAssertMarker)) return false;
-      move = callOn(&t);
-      return true;
-    });
-  }, trace);
+                                         const ChartList& chart, ChartSearchTrace* trace) {
+  return runSearch(
+      record,
+      [&](Frame& frame) -> Move {
+        const ChartRecord& state = *frame.record;
+        if (!isState(state)) {
+          if (frame.phase != Phase::kStart) return yield(nullptr);
+          if (state.transitionName.empty()) return yield(nullptr);
+          const ChartRecord* target = chart.find(state.transitionTarget);
+          if (!target) return yield(nullptr);
+          if (isTopLevelEnd(*target)) return yield(target);
+          if (target->stateType != "Termination") {
+            if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
+            if (contains(target->exitAction, kAssertMarker)) return yield(nullptr);
+            frame.phase = Phase::kLast;
+            return callOn(target);
+          }
+          return yield(target);  // a termination at any level completes
+        }
+        const bool topLevel = state.parentGuid.empty() || state.parentName == "ROOT";
+        return leaveState(frame, visited, chart, topLevel, [](const ChartRecord& t, Move& move) {
+          if (contains(t.transitionAction, kAssertMarker)) return false;
+          move = callOn(&t);
+          return true;
+        });
+      },
+      trace);
 }
 
 const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                        const ChartList& chart,
-                                         ChartSearchTrace* trace) {
-  return runSearch(record, [&](Frame& frame) -> Move {
-    const ChartRecord& node = *frame.record;
-    if (frame.phase == Phase::kLeaving) return nextLeaving(frame, chart);
-    if (frame.phase == Phase::kLast) return yield(nullptr);
-    if (!isState(node)) {
-      if (node.transitionName.empty()) return yield(nullptr);
-      const ChartRecord* target = chart.find(node.transitionTarget);
-      if (!target) return yield(nullptr);
-      if (isTopLevelEnd(*target)) return yield(target);
-      if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
-      frame.phase = Phase::kLast;
-      return callOn(target);
-    }
-    return leaveFlowchartNode(frame, visited, chart);
-  }, trace);
+                                        const ChartList& chart, ChartSearchTrace* trace) {
+  return runSearch(
+      record,
+      [&](Frame& frame) -> Move {
+        const ChartRecord& node = *frame.record;
+        if (frame.phase == Phase::kLeaving) return nextLeaving(frame, chart);
+        if (frame.phase == Phase::kLast) return yield(nullptr);
+        if (!isState(node)) {
+          if (node.transitionName.empty()) return yield(nullptr);
+          const ChartRecord* target = chart.find(node.transitionTarget);
+          if (!target) return yield(nullptr);
+          if (isTopLevelEnd(*target)) return yield(target);
+          if (contains(target->entryAction, kAssertMarker)) return yield(nullptr);
+          frame.phase = Phase::kLast;
+          return callOn(target);
+        }
+        return leaveFlowchartNode(frame, visited, chart);
+      },
+      trace);
 }
 
 const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,

@@ -4,12 +4,12 @@
 // without deep recursion.
 #pragma once
 
-#include <cstdint>
 #include <cstddef>
+#include <cstdint>
 #include <string>
-#include <vector>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "base/chart_record.h"
 
@@ -49,8 +49,7 @@ const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* recor
 // Non-null when `chart` can run from `record` to a top-level termination
 // without passing another assertion.
 const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                         const ChartList& chart,
-                                         ChartSearchTrace* trace = nullptr);
+                                         const ChartList& chart, ChartSearchTrace* trace = nullptr);
 const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
                                         const ChartList& chart, ChartSearchTrace* trace = nullptr);
 

@@ -1,8 +1,8 @@
 #include "verify/sequence_diagnosis.h"
 
-#include <map>
-#include <utility>
-#include <stdexcept>
+#include <algorithm>
+#include <deque>
+#include <unordered_set>
 
 #include "base/text.h"
 #include "verify/sequence_verification.h"
@@ -10,38 +10,50 @@
 namespace qendor {
 
 std::vector<std::string> acceptableMessages(const SequenceLines& lines, size_t position) {
-  // The first time a message meets a line equal to it, it is accepted. The
-  // first time it meets a loop whose operand holds it, its own step goes
-  // into the loop where the walk did not: that step decides.
-  enum class Fate { kAccepted, kDiverges };
-  std::map<std::string, Fate> fates;
-  for (const SequenceSight& sight : exploreSequenceStep(lines, position)) {
-    const std::string& line = lines[sight.position];
-    if (!sight.loop) {
-      fates.emplace(line, Fate::kAccepted);
-      continue;
-    }
-    const size_t open = line.find('(');
-    if (open == std::string::npos) continue;  // the walk ended here
-    const std::string closing =
-        line.substr(0, line.find('_')) + "_OPERAND_END" + line.substr(open);
-    for (size_t i = sight.position + 1; i < lines.size() && lines[i] != closing; ++i) {
-      fates.emplace(lines[i], Fate::kDiverges);
-    }
+  // Every message goes the way of a message that no line equals until it
+  // meets a line equal to it (accepted) or a loop whose operand holds it,
+  // where its step enters the loop and the other's did not. The messages
+  // that enter the same loop there go on together: walked again with that
+  // loop entered. Only message lines' texts can be accepted at all.
+  struct Group {
+    std::vector<size_t> entered;
+    std::unordered_set<std::string_view> values;  // not yet decided; views of `lines`
+  };
+  std::vector<Group> work(1);
+  for (const std::string& line : lines) {
+    if (!isStepMarker(line)) work[0].values.insert(line);
   }
   std::vector<std::string> accepted;
-  for (const auto& [message, fate] : fates) {
-    if (isStepMarker(message)) continue;  // a marker's text is no step value
-    if (fate == Fate::kDiverges) {
-      size_t from = position;
-      try {
-        if (!verifySdMessage(message, from, lines)) continue;
-      } catch (const std::out_of_range&) {
+  while (!work.empty()) {
+    Group group = std::move(work.back());
+    work.pop_back();
+    std::unordered_set<size_t> looked;  // loops whose operand was searched
+    for (const SequenceSight& sight : exploreSequenceStep(lines, position, group.entered)) {
+      if (group.values.empty()) break;
+      const std::string& line = lines[sight.position];
+      if (!sight.loop) {
+        if (group.values.erase(line) > 0) accepted.emplace_back(line);
         continue;
       }
+      if (!looked.insert(sight.position).second) continue;
+      if (std::find(group.entered.begin(), group.entered.end(), sight.position) !=
+          group.entered.end()) {
+        continue;
+      }
+      const size_t open = line.find('(');
+      if (open == std::string::npos) continue;  // the walk ended here
+      const std::string closing =
+          line.substr(0, line.find('_')) + "_OPERAND_END" + line.substr(open);
+      Group inside{group.entered, {}};
+      inside.entered.push_back(sight.position);
+      for (size_t i = sight.position + 1; i < lines.size() && lines[i] != closing; ++i) {
+        auto found = group.values.find(lines[i]);
+        if (found != group.values.end()) inside.values.insert(group.values.extract(found));
+      }
+      if (!inside.values.empty()) work.push_back(std::move(inside));
     }
-    accepted.push_back(message);
   }
+  std::sort(accepted.begin(), accepted.end());
   return accepted;
 }
 
@@ -77,29 +89,42 @@ bool cutMarker(std::string_view line, Marker& marker) {
   return false;
 }
 
-// Pairs each begin marker of `beginRole` with the next end marker of
-// `endRole` of the same operator and id at its own nesting, as a stack does;
-// markers left without a partner get none. partner[i] is the index of the
-// other marker of a pair, or npos.
-void pairMarkers(const SequenceLines& lines, std::string_view beginRole, std::string_view endRole,
-                 std::vector<size_t>& partner) {
-  // An end looks for its begin among the innermost open ones only, so that
-  // a file of many unclosed markers costs no more than a long one.
+// Pairs each begin marker with the next end marker of the same operator and
+// id at its own nesting, as a stack does, for fragments ("BEGIN" and "END")
+// and operands ("OPERAND_BEGIN" and "OPERAND_END") alike; markers left
+// without a partner get none. partner[i] is the index of the other marker
+// of a pair, or npos.
+void pairMarkers(const SequenceLines& lines, std::vector<size_t>& partner) {
+  // An end looks for its begin among the innermost open ones only, and only
+  // so many stay open, so that a file of many unclosed markers costs no more
+  // than a long one.
   constexpr size_t kDeepestSearch = 64;
-  std::vector<std::pair<size_t, Marker>> open;
+  constexpr size_t kMostOpen = 256;
+  struct Open {
+    size_t line;
+    Marker marker;
+  };
+  std::deque<Open> fragments;
+  std::deque<Open> operands;
   for (size_t i = 0; i < lines.size(); ++i) {
     Marker marker;
     if (!isStepMarker(lines[i]) || !cutMarker(lines[i], marker)) continue;
-    if (marker.role == beginRole) {
-      open.emplace_back(i, marker);
+    const bool operand = startsWith(marker.role, "OPERAND_");
+    std::deque<Open>& open = operand ? operands : fragments;
+    const std::string_view role = operand ? marker.role.substr(8) : marker.role;
+    if (role == "BEGIN") {
+      if (open.size() == kMostOpen) open.pop_front();
+      open.push_back(Open{i, marker});
       continue;
     }
-    if (marker.role != endRole) continue;
+    if (role != "END") continue;
     for (size_t depth = open.size(); depth > 0 && open.size() - depth < kDeepestSearch; --depth) {
-      const auto& [begin, opened] = open[depth - 1];
-      if (opened.operatorName != marker.operatorName || opened.id != marker.id) continue;
-      partner[begin] = i;
-      partner[i] = begin;
+      const Open& begin = open[depth - 1];
+      if (begin.marker.operatorName != marker.operatorName || begin.marker.id != marker.id) {
+        continue;
+      }
+      partner[begin.line] = i;
+      partner[i] = begin.line;
       open.resize(depth - 1);  // what was opened inside and never closed stays unpaired
       break;
     }
@@ -110,10 +135,8 @@ void pairMarkers(const SequenceLines& lines, std::string_view beginRole, std::st
 
 std::vector<OutlineItem> sequenceOutline(const SequenceLines& lines) {
   constexpr size_t npos = std::string::npos;
-  std::vector<size_t> fragments(lines.size(), npos);
-  std::vector<size_t> operands(lines.size(), npos);
-  pairMarkers(lines, "BEGIN", "END", fragments);
-  pairMarkers(lines, "OPERAND_BEGIN", "OPERAND_END", operands);
+  std::vector<size_t> partner(lines.size(), npos);
+  pairMarkers(lines, partner);
 
   std::vector<OutlineItem> items;
   std::vector<size_t> openEnds;  // the end line of each open item, innermost last
@@ -125,25 +148,24 @@ std::vector<OutlineItem> sequenceOutline(const SequenceLines& lines) {
     }
     Marker marker;
     if (!cutMarker(lines[i], marker)) continue;
-    const bool fragment = fragments[i] != npos;
-    const bool operand = operands[i] != npos;
-    if (!fragment && !operand) continue;
-    const size_t other = fragment ? fragments[i] : operands[i];
+    const size_t other = partner[i];
+    if (other == npos) continue;
+    const bool fragment = !startsWith(marker.role, "OPERAND_");
     if (other > i) {
       // A begin marker: it opens only when it nests inside what is open.
       if (openEnds.size() >= kMaxOutlineDepth || (!openEnds.empty() && other > openEnds.back())) {
-        fragments[other] = operands[other] = npos;
+        partner[other] = npos;
         continue;
       }
       openEnds.push_back(other);
-      items.push_back(OutlineItem{fragment ? OutlineItem::Kind::kFragmentBegin
-                                           : OutlineItem::Kind::kOperandBegin,
-                                  i, marker.operatorName, marker.id});
+      items.push_back(OutlineItem{
+          fragment ? OutlineItem::Kind::kFragmentBegin : OutlineItem::Kind::kOperandBegin, i,
+          marker.operatorName, marker.id});
     } else if (!openEnds.empty() && openEnds.back() == i) {
       openEnds.pop_back();
-      items.push_back(OutlineItem{fragment ? OutlineItem::Kind::kFragmentEnd
-                                           : OutlineItem::Kind::kOperandEnd,
-                                  i, marker.operatorName, marker.id});
+      items.push_back(
+          OutlineItem{fragment ? OutlineItem::Kind::kFragmentEnd : OutlineItem::Kind::kOperandEnd,
+                      i, marker.operatorName, marker.id});
     }
   }
   return items;

@@ -1,5 +1,6 @@
 #include "verify/sequence_verification.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -48,8 +49,8 @@ bool isTransparent(std::string_view line) {
 
 // Markers with a rule of their own.
 constexpr std::string_view kActiveMarkers[] = {
-    "ALT_OPERAND_BEGIN",  "OPT_OPERAND_BEGIN",   "LOOP_OPERAND_BEGIN",
-    "LOOP_OPERAND_END",   "BREAK_OPERAND_BEGIN", "BREAK_END",
+    "ALT_OPERAND_BEGIN", "OPT_OPERAND_BEGIN",   "LOOP_OPERAND_BEGIN",
+    "LOOP_OPERAND_END",  "BREAK_OPERAND_BEGIN", "BREAK_END",
 };
 
 // The text from the first "(" to the end. Without one, std::string::substr is
@@ -260,6 +261,7 @@ struct MessageProbe {
 // and every loop it passes over: up to the first of those that a message
 // meets, the step for that message goes the same way.
 struct ExploringProbe {
+  const std::vector<size_t>& entered;
   std::vector<SequenceSight> seen;
   bool accepts(size_t position, const std::string&) {
     seen.push_back(SequenceSight{position, false});
@@ -267,7 +269,7 @@ struct ExploringProbe {
   }
   bool entersLoop(size_t begin) {
     seen.push_back(SequenceSight{begin, true});
-    return false;
+    return std::find(entered.begin(), entered.end(), begin) != entered.end();
   }
 };
 
@@ -278,8 +280,9 @@ bool verifySdMessage(const std::string& message, size_t& position, const Sequenc
   return runStep(lines, position, probe);
 }
 
-std::vector<SequenceSight> exploreSequenceStep(const SequenceLines& lines, size_t position) {
-  ExploringProbe probe;
+std::vector<SequenceSight> exploreSequenceStep(const SequenceLines& lines, size_t position,
+                                               const std::vector<size_t>& entered) {
+  ExploringProbe probe{entered, {}};
   try {
     runStep(lines, position, probe);
   } catch (const std::out_of_range&) {

@@ -32,10 +32,11 @@ struct SequenceSight {
 };
 
 // Everything the step from `position` looks at, in order, for a message that
-// no line equals. The step for any message goes the same way up to the first
-// sight that the message meets. A range error of a malformed diagram ends the
-// walk early.
-std::vector<SequenceSight> exploreSequenceStep(const SequenceLines& lines, size_t position);
+// no line equals and that only the loop operands beginning at `entered` hold.
+// The step for a message goes the same way up to the first sight that tells
+// the two apart. A range error of a malformed diagram ends the walk early.
+std::vector<SequenceSight> exploreSequenceStep(const SequenceLines& lines, size_t position,
+                                               const std::vector<size_t>& entered = {});
 
 // The same over the test case's `run().sequenceLines`; false when it holds no
 // list.

@@ -102,8 +102,7 @@ class Judgement {
   void explainSequence() {
     SequenceDiagnosis& trace = *sequenceTrace_;
     verdict_.diagnosis.kind = Diagnosis::Kind::kSequence;
-    if (!trace.rejectedRecord &&
-        (verdict_.coverage != "100" || (notTerminated_ && !userExit_))) {
+    if (!trace.rejectedRecord && (verdict_.coverage != "100" || (notTerminated_ && !userExit_))) {
       trace.position = sequencePosition_;
       trace.showExpected = true;
     }
@@ -199,10 +198,9 @@ class Judgement {
       VisitedRecords visited;
       ChartSearchTrace search;
       ChartSearchTrace* trace = chartTrace_ ? &search : nullptr;
-      const ChartRecord* end =
-          model_.kind == VerificationKind::kFlowchartTest
-              ? flowchartCanComplete(currentState_, visited, chart_, trace)
-              : statechartCanComplete(currentState_, visited, chart_, trace);
+      const ChartRecord* end = model_.kind == VerificationKind::kFlowchartTest
+                                   ? flowchartCanComplete(currentState_, visited, chart_, trace)
+                                   : statechartCanComplete(currentState_, visited, chart_, trace);
       completes = end != nullptr || userExit_;
       if (chartTrace_ && !completes) {
         chartTrace_->stopped = true;
@@ -270,8 +268,7 @@ void ChartDiagnosis::add(Step step) {
   path.push_back(std::move(step));
 }
 
-TestCaseVerdict judgeTestCase(const AssertionList* records, const TestModel& model,
-                              bool explain) {
+TestCaseVerdict judgeTestCase(const AssertionList* records, const TestModel& model, bool explain) {
   return Judgement(model, explain).judge(records);
 }
 

@@ -1,0 +1,139 @@
+// The "-explain" option end to end: it adds a Diagnosis to the documents of
+// model-based test cases and changes nothing else, in every bundled scenario.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "tests/test_support.h"
+
+namespace qendor {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder to run in: the scenario's files, its verification files in "out".
+struct Scenario {
+  std::string name;
+  std::string source;  // below the source tree
+  std::string info;
+  std::string log;
+  std::string context;
+  std::string verification;  // folder of .ver files below `source`
+};
+
+const Scenario kScenarios[] = {
+    {"example", "examples", "shop.info", "results.log", "Shop.Checkout", "verification"},
+    {"short example", "examples/short", "short.info", "results.log", "Shop.Cart", "verification"},
+    {"shop scenario", "tests/scenarios/shop", "shop.info", "results.log", "Pkg.Ctx", "out"},
+    {"half-edited scenario", "tests/scenarios/halfedit", "half.info", "results.log", "Pkg.Half",
+     "out"},
+};
+
+// The documents of one run, by file name, with the header's time masked.
+std::vector<std::pair<std::string, std::string>> runDocuments(const Scenario& setup,
+                                                              const std::string& which,
+                                                              const std::string& name, bool explain,
+                                                              int& status) {
+  test::TempDir dir;
+  fs::copy(std::string(QENDOR_SOURCE_DIR) + "/" + setup.source, dir.path(),
+           fs::copy_options::recursive);
+  fs::create_directories(dir.file("out"));
+  for (const auto& entry : fs::directory_iterator(dir.file(setup.verification))) {
+    if (setup.verification == "out") break;  // already in place
+    if (entry.path().extension() == ".ver") {
+      fs::copy_file(entry.path(), dir.file("out/" + entry.path().filename().string()),
+                    fs::copy_options::overwrite_existing);
+    }
+  }
+  std::vector<std::string> args = {"-infofile",     setup.info, "-resultfile", setup.log,
+                                   "-outdirectory", "out",      which,         name};
+  if (explain) args.insert(args.begin() + 2, "-explain");
+  const test::ProgramOutcome outcome =
+      test::runProgram(QENDOR_BINARY, args, dir.path(), "/nonexistent");
+  status = outcome.status;
+  static const std::regex time(" time=\"[^\"]*\"");
+  std::vector<std::pair<std::string, std::string>> documents;
+  for (const std::string& file : test::filesIn(dir.file("out"))) {
+    if (fs::path(file).extension() != ".xml") continue;
+    documents.emplace_back(
+        file, std::regex_replace(test::readFile(dir.file("out/" + file)), time, " time=\"*\""));
+  }
+  documents.emplace_back("(stdout)", outcome.out);
+  return documents;
+}
+
+// The document without its Diagnosis elements, line by line: each stands on
+// lines of its own, indented below its test case.
+std::string withoutDiagnoses(const std::string& xml) {
+  static const std::regex diagnosis("\\n *<Diagnosis[^]*?</Diagnosis>");
+  return std::regex_replace(xml, diagnosis, "");
+}
+
+TEST(Explain, AddsDiagnosesAndChangesNothingElse) {
+  for (const Scenario& setup : kScenarios) {
+    int plainStatus = 0, explainedStatus = 0;
+    const auto plain = runDocuments(setup, "-tcontext", setup.context, false, plainStatus);
+    const auto explained = runDocuments(setup, "-tcontext", setup.context, true, explainedStatus);
+    EXPECT_EQ(explainedStatus, plainStatus) << setup.name;
+    ASSERT_EQ(explained.size(), plain.size()) << setup.name;
+    for (size_t i = 0; i < plain.size(); ++i) {
+      EXPECT_EQ(explained[i].first, plain[i].first) << setup.name;
+      EXPECT_EQ(plain[i].second.find("<Diagnosis"), std::string::npos) << plain[i].first;
+      EXPECT_EQ(withoutDiagnoses(explained[i].second), plain[i].second)
+          << setup.name << ": " << plain[i].first;
+    }
+  }
+}
+
+TEST(Explain, DiagnosesEveryModelBasedTestCaseOfTheExample) {
+  int status = 0;
+  const auto documents = runDocuments(kScenarios[0], "-tcontext", "Shop.Checkout", true, status);
+  EXPECT_EQ(status, 10);
+  std::string context;
+  for (const auto& [file, xml] : documents) {
+    if (file == "Checkout.xml") context = xml;
+  }
+  // Five sequence diagrams and two charts; code test cases get none.
+  size_t sequences = 0, charts = 0;
+  for (size_t at = 0; (at = context.find("<Diagnosis kind=\"", at)) != std::string::npos; ++at) {
+    if (context.compare(at, 27, "<Diagnosis kind=\"sequence\">") == 0) ++sequences;
+    if (context.compare(at, 24, "<Diagnosis kind=\"chart\">") == 0) ++charts;
+  }
+  EXPECT_EQ(sequences, 5u);
+  EXPECT_EQ(charts, 2u);
+  // The rejected coupon payment, and what the diagram expected instead.
+  EXPECT_NE(context.find("<Rejected assertion=\"5\" fnr=\"1\" lnr=\"30\" value=\"4\" "
+                         "sdiname=\"Checkout\" msgid=\"pay\"/>\n"
+                         "        <Expected line=\"5\">\n"
+                         "          <Value value=\"2\"/>\n"
+                         "          <Value value=\"3\"/>\n"
+                         "        </Expected>"),
+            std::string::npos)
+      << context;
+}
+
+TEST(Explain, TheOptionTakesNoValueAndStandsAnywhere) {
+  int first = 0;
+  const Scenario& setup = kScenarios[0];
+  const auto a = runDocuments(setup, "-tcase", "Shop.Checkout.PayWithCoupon", true, first);
+  EXPECT_EQ(first, 11);
+  ASSERT_FALSE(a.empty());
+  EXPECT_NE(a[0].second.find("<Diagnosis kind=\"sequence\">"), std::string::npos);
+  // Without -explain the usage line stays as it was: an option list of six
+  // words and "-explain" is still incomplete.
+  test::TempDir dir;
+  const test::ProgramOutcome usage = test::runProgram(
+      QENDOR_BINARY, {"-explain", "-infofile", "a", "-resultfile", "b", "-outdirectory", "c"},
+      dir.path(), "/nonexistent");
+  EXPECT_EQ(usage.status, 20);
+  EXPECT_EQ(usage.out,
+            "qendor -infofile <infofile> -resultfile <resultfile> -outdirectory <outdirectory> "
+            "[-tcontext <testContext> | -tcase <testCase>] "
+            "[- language <ENU | CHS | CHT | KOR | JPN>]\n");
+}
+
+}  // namespace
+}  // namespace qendor
