@@ -59,6 +59,9 @@
   <!-- The strings of the language file, by key and by key and value (a tab
        between the two, which an attribute value of the strings cannot hold).
        Looked up with the strings document as the context, see "t". -->
+  <!-- The diagnosis of a run with -explain, drawn on the model. -->
+  <xsl:include href="TestResultDiagnosis.xslt"/>
+
   <xsl:key name="label" match="l:s" use="@k"/>
   <xsl:key name="word" match="l:s[@src]" use="concat(@k, '&#9;', @src)"/>
 
@@ -686,6 +689,9 @@
             <td><xsl:call-template name="vr"/></td>
           </tr>
         </table>
+        <xsl:apply-templates select="Diagnosis">
+          <xsl:with-param name="cid" select="$cid"/>
+        </xsl:apply-templates>
         <xsl:apply-templates select="ResultForSD | ResultForCode">
           <xsl:with-param name="cid" select="$cid"/>
         </xsl:apply-templates>

@@ -1,0 +1,439 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<!--
+  The "Diagnosis" of a test case (written by qendor -explain), drawn on the
+  model: a sequence diagram as nested boxes in the manner of combined
+  fragments, steps as chips (filled when the run reached them, hollow when it
+  did not, with how often), the rejected message in red where the diagram
+  expected something else; a chart as the row of states and transitions the
+  searches followed, ending where one found nothing.
+  Included by TestResultCore.xslt. Its words are below, per language ($lang
+  of the language file); a language without them gets the English ones.
+  Everything is plain HTML and CSS: it reads without scripts, prints and
+  follows the page's dark mode.
+-->
+<xsl:stylesheet version="1.0"
+    xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
+    xmlns:d="urn:qendor:diagnosis"
+    exclude-result-prefixes="d">
+
+  <d:strings>
+    <d:s lang="en" k="title">Where the run left the model</d:s>
+    <d:s lang="en" k="expected">Expected step</d:s>
+    <d:s lang="en" k="or">or</d:s>
+    <d:s lang="en" k="recorded">the run recorded step</d:s>
+    <d:s lang="en" k="nothing">Expected nothing more</d:s>
+    <d:s lang="en" k="ended">The run ended here; expected step</d:s>
+    <d:s lang="en" k="endedAtEnd">The run ended at the diagram's end.</d:s>
+    <d:s lang="en" k="reached">reached</d:s>
+    <d:s lang="en" k="times">times</d:s>
+    <d:s lang="en" k="notReached">not reached</d:s>
+    <d:s lang="en" k="steps">steps</d:s>
+    <d:s lang="en" k="rejected">rejected</d:s>
+    <d:s lang="en" k="path">Path the verification followed</d:s>
+    <d:s lang="en" k="omitted">earlier steps not shown:</d:s>
+    <d:s lang="en" k="noMatch">No state or transition reachable from here performs assertion</d:s>
+    <d:s lang="en" k="noEnd">No way leads from here to the end of the chart.</d:s>
+    <d:s lang="en" k="tried">Transitions tried:</d:s>
+    <d:s lang="en" k="assertion">assertion</d:s>
+    <d:s lang="en" k="state">state</d:s>
+    <d:s lang="en" k="transition">transition</d:s>
+
+    <d:s lang="zh-CN" k="title">运行偏离模型的位置</d:s>
+    <d:s lang="zh-CN" k="expected">预期步骤</d:s>
+    <d:s lang="zh-CN" k="or">或</d:s>
+    <d:s lang="zh-CN" k="recorded">运行记录的步骤为</d:s>
+    <d:s lang="zh-CN" k="nothing">预期不再有步骤</d:s>
+    <d:s lang="zh-CN" k="ended">运行在此结束；预期步骤</d:s>
+    <d:s lang="zh-CN" k="endedAtEnd">运行在图的末尾结束。</d:s>
+    <d:s lang="zh-CN" k="reached">已到达</d:s>
+    <d:s lang="zh-CN" k="times">次</d:s>
+    <d:s lang="zh-CN" k="notReached">未到达</d:s>
+    <d:s lang="zh-CN" k="steps">个步骤</d:s>
+    <d:s lang="zh-CN" k="rejected">被拒绝</d:s>
+    <d:s lang="zh-CN" k="path">验证所经过的路径</d:s>
+    <d:s lang="zh-CN" k="omitted">未显示的先前步骤：</d:s>
+    <d:s lang="zh-CN" k="noMatch">从此处可到达的状态或转换均不执行断言</d:s>
+    <d:s lang="zh-CN" k="noEnd">从此处无法到达图的结束。</d:s>
+    <d:s lang="zh-CN" k="tried">尝试过的转换：</d:s>
+    <d:s lang="zh-CN" k="assertion">断言</d:s>
+    <d:s lang="zh-CN" k="state">状态</d:s>
+    <d:s lang="zh-CN" k="transition">转换</d:s>
+
+    <d:s lang="zh-TW" k="title">執行偏離模型的位置</d:s>
+    <d:s lang="zh-TW" k="expected">預期步驟</d:s>
+    <d:s lang="zh-TW" k="or">或</d:s>
+    <d:s lang="zh-TW" k="recorded">執行記錄的步驟為</d:s>
+    <d:s lang="zh-TW" k="nothing">預期不再有步驟</d:s>
+    <d:s lang="zh-TW" k="ended">執行在此結束；預期步驟</d:s>
+    <d:s lang="zh-TW" k="endedAtEnd">執行在圖的結尾結束。</d:s>
+    <d:s lang="zh-TW" k="reached">已到達</d:s>
+    <d:s lang="zh-TW" k="times">次</d:s>
+    <d:s lang="zh-TW" k="notReached">未到達</d:s>
+    <d:s lang="zh-TW" k="steps">個步驟</d:s>
+    <d:s lang="zh-TW" k="rejected">被拒絕</d:s>
+    <d:s lang="zh-TW" k="path">驗證所經過的路徑</d:s>
+    <d:s lang="zh-TW" k="omitted">未顯示的先前步驟：</d:s>
+    <d:s lang="zh-TW" k="noMatch">從此處可到達的狀態或轉換均不執行斷言</d:s>
+    <d:s lang="zh-TW" k="noEnd">從此處無法到達圖的結束。</d:s>
+    <d:s lang="zh-TW" k="tried">嘗試過的轉換：</d:s>
+    <d:s lang="zh-TW" k="assertion">斷言</d:s>
+    <d:s lang="zh-TW" k="state">狀態</d:s>
+    <d:s lang="zh-TW" k="transition">轉換</d:s>
+
+    <d:s lang="ko" k="title">실행이 모델을 벗어난 위치</d:s>
+    <d:s lang="ko" k="expected">예상 단계</d:s>
+    <d:s lang="ko" k="or">또는</d:s>
+    <d:s lang="ko" k="recorded">실행이 기록한 단계</d:s>
+    <d:s lang="ko" k="nothing">더 이상 예상되는 단계 없음</d:s>
+    <d:s lang="ko" k="ended">실행이 여기서 끝남; 예상 단계</d:s>
+    <d:s lang="ko" k="endedAtEnd">실행이 다이어그램 끝에서 끝났습니다.</d:s>
+    <d:s lang="ko" k="reached">도달</d:s>
+    <d:s lang="ko" k="times">회</d:s>
+    <d:s lang="ko" k="notReached">도달하지 않음</d:s>
+    <d:s lang="ko" k="steps">단계</d:s>
+    <d:s lang="ko" k="rejected">거부됨</d:s>
+    <d:s lang="ko" k="path">검증이 따라간 경로</d:s>
+    <d:s lang="ko" k="omitted">표시하지 않은 이전 단계:</d:s>
+    <d:s lang="ko" k="noMatch">여기서 도달할 수 있는 상태나 전이 중 어설션을 수행하는 것이 없음</d:s>
+    <d:s lang="ko" k="noEnd">여기서 차트의 끝으로 가는 길이 없습니다.</d:s>
+    <d:s lang="ko" k="tried">시도한 전이:</d:s>
+    <d:s lang="ko" k="assertion">어설션</d:s>
+    <d:s lang="ko" k="state">상태</d:s>
+    <d:s lang="ko" k="transition">전이</d:s>
+
+    <d:s lang="ja" k="title">実行がモデルから外れた箇所</d:s>
+    <d:s lang="ja" k="expected">期待されたステップ</d:s>
+    <d:s lang="ja" k="or">または</d:s>
+    <d:s lang="ja" k="recorded">実行が記録したステップ</d:s>
+    <d:s lang="ja" k="nothing">これ以上のステップは期待されていません</d:s>
+    <d:s lang="ja" k="ended">実行はここで終了。期待されたステップ</d:s>
+    <d:s lang="ja" k="endedAtEnd">実行は図の最後で終了しました。</d:s>
+    <d:s lang="ja" k="reached">到達</d:s>
+    <d:s lang="ja" k="times">回</d:s>
+    <d:s lang="ja" k="notReached">未到達</d:s>
+    <d:s lang="ja" k="steps">ステップ</d:s>
+    <d:s lang="ja" k="rejected">拒否</d:s>
+    <d:s lang="ja" k="path">検証がたどった経路</d:s>
+    <d:s lang="ja" k="omitted">表示していない以前のステップ:</d:s>
+    <d:s lang="ja" k="noMatch">ここから到達できる状態や遷移のどれもアサーションを実行しません</d:s>
+    <d:s lang="ja" k="noEnd">ここからチャートの終わりへ至る道はありません。</d:s>
+    <d:s lang="ja" k="tried">試した遷移:</d:s>
+    <d:s lang="ja" k="assertion">アサーション</d:s>
+    <d:s lang="ja" k="state">状態</d:s>
+    <d:s lang="ja" k="transition">遷移</d:s>
+  </d:strings>
+
+  <xsl:variable name="diagnosisWords" select="document('')/*/d:strings/d:s"/>
+
+  <!-- A word of the diagnosis in the page's language, else in English. -->
+  <xsl:template name="dw">
+    <xsl:param name="k"/>
+    <xsl:variable name="own" select="$diagnosisWords[@lang = $lang][@k = $k]"/>
+    <xsl:choose>
+      <xsl:when test="$own"><xsl:value-of select="$own"/></xsl:when>
+      <xsl:otherwise><xsl:value-of select="$diagnosisWords[@lang = 'en'][@k = $k]"/></xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <xsl:template match="Diagnosis">
+    <xsl:param name="cid"/>
+    <section class="diag" aria-labelledby="{$cid}-diag">
+      <style>
+        <xsl:call-template name="diagnosis-css"/>
+      </style>
+      <h4 id="{$cid}-diag"><xsl:call-template name="dw"><xsl:with-param name="k" select="'title'"/></xsl:call-template></h4>
+      <xsl:choose>
+        <xsl:when test="@kind = 'sequence'"><xsl:call-template name="diag-sequence"/></xsl:when>
+        <xsl:otherwise><xsl:call-template name="diag-chart"/></xsl:otherwise>
+      </xsl:choose>
+    </section>
+  </xsl:template>
+
+  <!-- ===== Sequence diagram ===== -->
+
+  <xsl:template name="diag-sequence">
+    <xsl:variable name="eline" select="number(Expected/@line)"/>
+    <!-- The step the rejected message stands before: the first at or after
+         the line where the diagram expected something else. -->
+    <xsl:variable name="before" select="(Outline//*[self::Step or self::Steps][@line &gt;= $eline])[1]"/>
+    <p class="diag-sentence">
+      <xsl:call-template name="diag-sentence"/>
+    </p>
+    <div class="sd-outline">
+      <xsl:apply-templates select="Outline/*" mode="diag">
+        <xsl:with-param name="before" select="generate-id($before)"/>
+      </xsl:apply-templates>
+      <xsl:if test="Rejected and not($before)">
+        <xsl:call-template name="diag-rejected-chip"/>
+      </xsl:if>
+    </div>
+  </xsl:template>
+
+  <!-- "Expected step 3 or 4; the run recorded step 7 (payByCard)." -->
+  <xsl:template name="diag-sentence">
+    <xsl:variable name="values" select="Expected/Value"/>
+    <xsl:choose>
+      <xsl:when test="Rejected and $values">
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'expected'"/></xsl:call-template>
+        <xsl:text> </xsl:text>
+        <xsl:call-template name="diag-values"/>
+      </xsl:when>
+      <xsl:when test="Rejected">
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'nothing'"/></xsl:call-template>
+      </xsl:when>
+      <xsl:when test="Expected and $values">
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'ended'"/></xsl:call-template>
+        <xsl:text> </xsl:text>
+        <xsl:call-template name="diag-values"/>
+        <xsl:text>.</xsl:text>
+      </xsl:when>
+      <xsl:when test="Expected">
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'endedAtEnd'"/></xsl:call-template>
+      </xsl:when>
+    </xsl:choose>
+    <xsl:if test="Rejected">
+      <xsl:text>; </xsl:text>
+      <xsl:call-template name="dw"><xsl:with-param name="k" select="'recorded'"/></xsl:call-template>
+      <xsl:text> </xsl:text>
+      <strong class="bad"><xsl:value-of select="Rejected/@value"/></strong>
+      <xsl:if test="string(Rejected/@msgid) != ''">
+        <xsl:text> (</xsl:text>
+        <xsl:value-of select="Rejected/@msgid"/>
+        <xsl:text>)</xsl:text>
+      </xsl:if>
+    </xsl:if>
+  </xsl:template>
+
+  <xsl:template name="diag-values">
+    <xsl:for-each select="Expected/Value">
+      <xsl:if test="position() &gt; 1">
+        <xsl:choose>
+          <xsl:when test="position() = last()">
+            <xsl:text> </xsl:text>
+            <xsl:call-template name="dw"><xsl:with-param name="k" select="'or'"/></xsl:call-template>
+            <xsl:text> </xsl:text>
+          </xsl:when>
+          <xsl:otherwise>, </xsl:otherwise>
+        </xsl:choose>
+      </xsl:if>
+      <strong><xsl:value-of select="@value"/></strong>
+    </xsl:for-each>
+  </xsl:template>
+
+  <xsl:template name="diag-rejected-chip">
+    <xsl:variable name="r" select="ancestor-or-self::Diagnosis/Rejected"/>
+    <span class="chip rejected">
+      <span aria-hidden="true">&#10007; </span>
+      <xsl:value-of select="$r/@value"/>
+      <xsl:if test="string($r/@msgid) != ''">
+        <span class="msg"><xsl:value-of select="$r/@msgid"/></span>
+      </xsl:if>
+      <span class="sr"><xsl:text> </xsl:text><xsl:call-template name="dw"><xsl:with-param name="k" select="'rejected'"/></xsl:call-template></span>
+    </span>
+  </xsl:template>
+
+  <!-- How often a step was reached, for the eye (×2) and for screen readers. -->
+  <xsl:template name="diag-count">
+    <xsl:choose>
+      <xsl:when test="@accepted = 0">
+        <span class="sr"><xsl:text> </xsl:text><xsl:call-template name="dw"><xsl:with-param name="k" select="'notReached'"/></xsl:call-template></span>
+      </xsl:when>
+      <xsl:otherwise>
+        <xsl:if test="@accepted &gt; 1">
+          <span class="times" aria-hidden="true">&#215;<xsl:value-of select="@accepted"/></span>
+        </xsl:if>
+        <span class="sr">
+          <xsl:text> </xsl:text>
+          <xsl:call-template name="dw"><xsl:with-param name="k" select="'reached'"/></xsl:call-template>
+          <xsl:text> </xsl:text>
+          <xsl:value-of select="@accepted"/>
+          <xsl:text> </xsl:text>
+          <xsl:call-template name="dw"><xsl:with-param name="k" select="'times'"/></xsl:call-template>
+        </span>
+      </xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <xsl:template match="Step" mode="diag">
+    <xsl:param name="before"/>
+    <xsl:if test="generate-id() = $before and ancestor::Diagnosis/Rejected">
+      <xsl:call-template name="diag-rejected-chip"/>
+    </xsl:if>
+    <span>
+      <xsl:attribute name="class">
+        <xsl:text>chip</xsl:text>
+        <xsl:if test="@accepted &gt; 0"> reached</xsl:if>
+      </xsl:attribute>
+      <xsl:value-of select="@value"/>
+      <xsl:call-template name="diag-count"/>
+    </span>
+  </xsl:template>
+
+  <xsl:template match="Steps" mode="diag">
+    <xsl:param name="before"/>
+    <xsl:if test="generate-id() = $before and ancestor::Diagnosis/Rejected">
+      <xsl:call-template name="diag-rejected-chip"/>
+    </xsl:if>
+    <span>
+      <xsl:attribute name="class">
+        <xsl:text>chip run</xsl:text>
+        <xsl:if test="@accepted &gt; 0"> reached</xsl:if>
+      </xsl:attribute>
+      <xsl:value-of select="@first"/>
+      <xsl:text> … </xsl:text>
+      <xsl:value-of select="@last"/>
+      <span class="count">
+        <xsl:text> (</xsl:text>
+        <xsl:value-of select="@count"/>
+        <xsl:text> </xsl:text>
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'steps'"/></xsl:call-template>
+        <xsl:text>)</xsl:text>
+      </span>
+      <xsl:call-template name="diag-count"/>
+    </span>
+  </xsl:template>
+
+  <xsl:template match="Fragment" mode="diag">
+    <xsl:param name="before"/>
+    <div class="frag">
+      <span class="op">
+        <xsl:value-of select="translate(@operator, 'ABCDEFGHIJKLMNOPQRSTUVWXYZ', 'abcdefghijklmnopqrstuvwxyz')"/>
+        <xsl:if test="string(@id) != ''">
+          <span class="fid"><xsl:text> </xsl:text><xsl:value-of select="@id"/></span>
+        </xsl:if>
+      </span>
+      <xsl:apply-templates select="*" mode="diag">
+        <xsl:with-param name="before" select="$before"/>
+      </xsl:apply-templates>
+    </div>
+  </xsl:template>
+
+  <xsl:template match="Operand" mode="diag">
+    <xsl:param name="before"/>
+    <div class="operand">
+      <xsl:apply-templates select="*" mode="diag">
+        <xsl:with-param name="before" select="$before"/>
+      </xsl:apply-templates>
+    </div>
+  </xsl:template>
+
+  <!-- ===== Charts ===== -->
+
+  <xsl:template name="diag-chart">
+    <xsl:variable name="stop" select="NoMatch | NoEnd"/>
+    <xsl:if test="$stop">
+      <p class="diag-sentence">
+        <xsl:choose>
+          <xsl:when test="NoMatch">
+            <xsl:call-template name="dw"><xsl:with-param name="k" select="'noMatch'"/></xsl:call-template>
+            <xsl:text> </xsl:text>
+            <xsl:value-of select="NoMatch/@assertion"/>
+            <xsl:text>: </xsl:text>
+            <code class="bad"><xsl:value-of select="NoMatch/@statement"/></code>
+          </xsl:when>
+          <xsl:otherwise>
+            <xsl:call-template name="dw"><xsl:with-param name="k" select="'noEnd'"/></xsl:call-template>
+          </xsl:otherwise>
+        </xsl:choose>
+      </p>
+    </xsl:if>
+    <p class="path-title">
+      <xsl:call-template name="dw"><xsl:with-param name="k" select="'path'"/></xsl:call-template>
+      <xsl:if test="Path/@omitted &gt; 0">
+        <xsl:text> (</xsl:text>
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'omitted'"/></xsl:call-template>
+        <xsl:text> </xsl:text>
+        <xsl:value-of select="Path/@omitted"/>
+        <xsl:text>)</xsl:text>
+      </xsl:if>
+    </p>
+    <ol class="chart-path">
+      <xsl:for-each select="Path/*">
+        <li>
+          <xsl:attribute name="class">
+            <xsl:choose>
+              <xsl:when test="self::State">chip state</xsl:when>
+              <xsl:otherwise>chip transition</xsl:otherwise>
+            </xsl:choose>
+            <xsl:if test="@assertion"> reached</xsl:if>
+          </xsl:attribute>
+          <span class="sr">
+            <xsl:call-template name="dw">
+              <xsl:with-param name="k">
+                <xsl:choose>
+                  <xsl:when test="self::State">state</xsl:when>
+                  <xsl:otherwise>transition</xsl:otherwise>
+                </xsl:choose>
+              </xsl:with-param>
+            </xsl:call-template>
+            <xsl:text> </xsl:text>
+          </span>
+          <span title="{@guid}"><xsl:value-of select="@name"/></span>
+          <xsl:if test="@assertion">
+            <span class="times">
+              <span class="sr"><xsl:text> </xsl:text><xsl:call-template name="dw"><xsl:with-param name="k" select="'assertion'"/></xsl:call-template></span>
+              <xsl:text> #</xsl:text>
+              <xsl:value-of select="@assertion"/>
+            </span>
+          </xsl:if>
+        </li>
+      </xsl:for-each>
+      <xsl:if test="$stop">
+        <li class="chip rejected">
+          <span aria-hidden="true">&#10007; </span>
+          <xsl:choose>
+            <xsl:when test="NoMatch">
+              <xsl:text>#</xsl:text>
+              <xsl:value-of select="NoMatch/@assertion"/>
+              <xsl:text> </xsl:text>
+              <code><xsl:value-of select="NoMatch/@statement"/></code>
+            </xsl:when>
+            <xsl:otherwise>
+              <xsl:call-template name="dw"><xsl:with-param name="k" select="'noEnd'"/></xsl:call-template>
+            </xsl:otherwise>
+          </xsl:choose>
+        </li>
+      </xsl:if>
+    </ol>
+    <xsl:if test="$stop/Tried">
+      <p class="tried">
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'tried'"/></xsl:call-template>
+        <xsl:for-each select="$stop/Tried">
+          <xsl:text> </xsl:text>
+          <span class="chip transition"><xsl:value-of select="@name"/></span>
+        </xsl:for-each>
+      </p>
+    </xsl:if>
+  </xsl:template>
+
+  <!-- Written once per diagnosis: the sections stand apart and a page
+       without one carries none of it. Colours fall back for a page whose
+       variables are missing. -->
+  <xsl:template name="diagnosis-css">
+    <xsl:text>.diag{margin:1em 0;padding:.75em 1em;border:1px solid var(--line,#d0d7de);border-radius:8px;background:var(--card,#fff);max-width:100%;box-sizing:border-box;overflow-x:auto;}
+.diag h4{margin:0 0 .5em;font-size:1em;}
+.diag-sentence{margin:.25em 0 .75em;}
+.diag .bad{color:var(--fail,#b01c0c);}
+.diag .sr{position:absolute;width:1px;height:1px;overflow:hidden;clip:rect(0 0 0 0);white-space:nowrap;}
+.sd-outline{display:flex;flex-wrap:wrap;align-items:flex-start;gap:.35em;}
+.diag .chip{display:inline-block;padding:.1em .55em;border:2px solid var(--muted,#57606a);border-radius:999px;font-variant-numeric:tabular-nums;background:transparent;color:var(--fg,#1f2328);overflow-wrap:anywhere;}
+.diag .chip.reached{background:var(--pass-bg,#dcf5e6);border-color:var(--pass,#0f6b3a);}
+.diag .chip.rejected{border-color:var(--fail,#b01c0c);background:var(--fail-bg,#ffe8e3);color:var(--fail,#b01c0c);font-weight:600;}
+.diag .chip .msg{margin-left:.4em;font-weight:400;}
+.diag .times,.diag .count{margin-left:.3em;font-size:.85em;color:var(--muted,#57606a);}
+.diag .frag{display:inline-flex;flex-direction:column;padding:0 0 .4em;border:1.5px solid var(--muted,#57606a);border-radius:4px;max-width:100%;box-sizing:border-box;}
+.diag .frag>.op{align-self:flex-start;margin-bottom:.3em;padding:.05em .5em;font-size:.8em;font-weight:600;border-right:1.5px solid var(--muted,#57606a);border-bottom:1.5px solid var(--muted,#57606a);border-bottom-right-radius:6px;background:var(--soft,#f6f8fa);}
+.diag .frag>:not(.op){margin:0 .6em;}
+.diag .frag .fid{font-weight:400;color:var(--muted,#57606a);}
+.diag .operand{display:flex;flex-wrap:wrap;align-items:flex-start;gap:.35em;padding:.35em 0;}
+.diag .operand+.operand{border-top:1.5px dashed var(--muted,#57606a);}
+.chart-path{display:flex;flex-wrap:wrap;gap:.35em;align-items:center;list-style:none;margin:0;padding:0;}
+.chart-path .chip.state{border-radius:6px;}
+.chart-path .chip.transition{border-style:dashed;}
+.chart-path li+li::before{content:"\2192";margin-right:.35em;color:var(--muted,#57606a);}
+.diag .tried .chip{border-style:dashed;}
+.diag code{overflow-wrap:anywhere;}
+@media print{.diag{break-inside:avoid;}}
+</xsl:text>
+  </xsl:template>
+</xsl:stylesheet>
