@@ -58,8 +58,10 @@ run_example() {
   fi
   # Run from the example's folder: the FILE paths of the info file are
   # relative to it.
+  # -explain draws, in the report, where each failed model-based test case
+  # left its diagram or chart.
   (cd "$src" && "$qendor" -infofile "$info" -resultfile "$result" -outdirectory "$out" \
-    -tcontext "$context")
+    -tcontext "$context" -explain)
   status=$?
   echo
   echo "exit status $status: $(meaning "$status")"
@@ -92,11 +94,14 @@ run_example "full record form" "$examples" shop.info results.log "$build/demo" \
   Shop.Checkout Checkout 10
 run_example "short record form" "$examples/short" short.info results.log "$build/demo-short" \
   Shop.Cart Cart 0
+run_example "a diagram and a chart the run left" "$examples/explain" explain.info results.log \
+  "$build/demo-explain" Shop.Returns Returns 10
 
 if [ "$problems" -ne 0 ]; then
   echo "$problems unexpected outcome(s)"
   exit 1
 fi
 if [ -f "$build/demo/Checkout.html" ]; then
-  echo "Open $build/demo/Checkout.html in a browser to read the report."
+  echo "Open $build/demo/Checkout.html in a browser to read the report,"
+  echo "and $build/demo-explain/Returns.html to see where failed runs left their models."
 fi

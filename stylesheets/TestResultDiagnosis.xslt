@@ -350,48 +350,52 @@
     <ol class="chart-path">
       <xsl:for-each select="Path/*">
         <li>
-          <xsl:attribute name="class">
-            <xsl:choose>
-              <xsl:when test="self::State">chip state</xsl:when>
-              <xsl:otherwise>chip transition</xsl:otherwise>
-            </xsl:choose>
-            <xsl:if test="@assertion"> reached</xsl:if>
-          </xsl:attribute>
-          <span class="sr">
-            <xsl:call-template name="dw">
-              <xsl:with-param name="k">
-                <xsl:choose>
-                  <xsl:when test="self::State">state</xsl:when>
-                  <xsl:otherwise>transition</xsl:otherwise>
-                </xsl:choose>
-              </xsl:with-param>
-            </xsl:call-template>
-            <xsl:text> </xsl:text>
-          </span>
-          <span title="{@guid}"><xsl:value-of select="@name"/></span>
-          <xsl:if test="@assertion">
-            <span class="times">
-              <span class="sr"><xsl:text> </xsl:text><xsl:call-template name="dw"><xsl:with-param name="k" select="'assertion'"/></xsl:call-template></span>
-              <xsl:text> #</xsl:text>
-              <xsl:value-of select="@assertion"/>
+          <span>
+            <xsl:attribute name="class">
+              <xsl:choose>
+                <xsl:when test="self::State">chip state</xsl:when>
+                <xsl:otherwise>chip transition</xsl:otherwise>
+              </xsl:choose>
+              <xsl:if test="@assertion"> reached</xsl:if>
+            </xsl:attribute>
+            <span class="sr">
+              <xsl:call-template name="dw">
+                <xsl:with-param name="k">
+                  <xsl:choose>
+                    <xsl:when test="self::State">state</xsl:when>
+                    <xsl:otherwise>transition</xsl:otherwise>
+                  </xsl:choose>
+                </xsl:with-param>
+              </xsl:call-template>
+              <xsl:text> </xsl:text>
             </span>
-          </xsl:if>
+            <span title="{@guid}"><xsl:value-of select="@name"/></span>
+            <xsl:if test="@assertion">
+              <span class="times">
+                <span class="sr"><xsl:text> </xsl:text><xsl:call-template name="dw"><xsl:with-param name="k" select="'assertion'"/></xsl:call-template></span>
+                <xsl:text> #</xsl:text>
+                <xsl:value-of select="@assertion"/>
+              </span>
+            </xsl:if>
+          </span>
         </li>
       </xsl:for-each>
       <xsl:if test="$stop">
-        <li class="chip rejected">
-          <span aria-hidden="true">&#10007; </span>
-          <xsl:choose>
-            <xsl:when test="NoMatch">
-              <xsl:text>#</xsl:text>
-              <xsl:value-of select="NoMatch/@assertion"/>
-              <xsl:text> </xsl:text>
-              <code><xsl:value-of select="NoMatch/@statement"/></code>
-            </xsl:when>
-            <xsl:otherwise>
-              <xsl:call-template name="dw"><xsl:with-param name="k" select="'noEnd'"/></xsl:call-template>
-            </xsl:otherwise>
-          </xsl:choose>
+        <li>
+          <span class="chip rejected">
+            <span aria-hidden="true">&#10007; </span>
+            <xsl:choose>
+              <xsl:when test="NoMatch">
+                <xsl:text>#</xsl:text>
+                <xsl:value-of select="NoMatch/@assertion"/>
+                <xsl:text> </xsl:text>
+                <code><xsl:value-of select="NoMatch/@statement"/></code>
+              </xsl:when>
+              <xsl:otherwise>
+                <xsl:call-template name="dw"><xsl:with-param name="k" select="'noEnd'"/></xsl:call-template>
+              </xsl:otherwise>
+            </xsl:choose>
+          </span>
         </li>
       </xsl:if>
     </ol>
@@ -430,7 +434,8 @@
 .chart-path{display:flex;flex-wrap:wrap;gap:.35em;align-items:center;list-style:none;margin:0;padding:0;}
 .chart-path .chip.state{border-radius:6px;}
 .chart-path .chip.transition{border-style:dashed;}
-.chart-path li+li::before{content:"\2192";margin-right:.35em;color:var(--muted,#57606a);}
+.chart-path li{display:flex;align-items:center;gap:.35em;}
+.chart-path li+li::before{content:"\2192";color:var(--muted,#57606a);}
 .diag .tried .chip{border-style:dashed;}
 .diag code{overflow-wrap:anywhere;}
 @media print{.diag{break-inside:avoid;}}
