@@ -37,6 +37,8 @@
     <d:s lang="en" k="assertion">assertion</d:s>
     <d:s lang="en" k="state">state</d:s>
     <d:s lang="en" k="transition">transition</d:s>
+    <d:s lang="en" k="sep">; </d:s>
+    <d:s lang="en" k="comma">, </d:s>
 
     <d:s lang="zh-CN" k="title">运行偏离模型的位置</d:s>
     <d:s lang="zh-CN" k="expected">预期步骤</d:s>
@@ -58,6 +60,8 @@
     <d:s lang="zh-CN" k="assertion">断言</d:s>
     <d:s lang="zh-CN" k="state">状态</d:s>
     <d:s lang="zh-CN" k="transition">转换</d:s>
+    <d:s lang="zh-CN" k="sep">；</d:s>
+    <d:s lang="zh-CN" k="comma">、</d:s>
 
     <d:s lang="zh-TW" k="title">執行偏離模型的位置</d:s>
     <d:s lang="zh-TW" k="expected">預期步驟</d:s>
@@ -79,6 +83,8 @@
     <d:s lang="zh-TW" k="assertion">斷言</d:s>
     <d:s lang="zh-TW" k="state">狀態</d:s>
     <d:s lang="zh-TW" k="transition">轉換</d:s>
+    <d:s lang="zh-TW" k="sep">；</d:s>
+    <d:s lang="zh-TW" k="comma">、</d:s>
 
     <d:s lang="ko" k="title">실행이 모델을 벗어난 위치</d:s>
     <d:s lang="ko" k="expected">예상 단계</d:s>
@@ -100,6 +106,8 @@
     <d:s lang="ko" k="assertion">어설션</d:s>
     <d:s lang="ko" k="state">상태</d:s>
     <d:s lang="ko" k="transition">전이</d:s>
+    <d:s lang="ko" k="sep">; </d:s>
+    <d:s lang="ko" k="comma">, </d:s>
 
     <d:s lang="ja" k="title">実行がモデルから外れた箇所</d:s>
     <d:s lang="ja" k="expected">期待されたステップ</d:s>
@@ -121,6 +129,8 @@
     <d:s lang="ja" k="assertion">アサーション</d:s>
     <d:s lang="ja" k="state">状態</d:s>
     <d:s lang="ja" k="transition">遷移</d:s>
+    <d:s lang="ja" k="sep">。</d:s>
+    <d:s lang="ja" k="comma">、</d:s>
   </d:strings>
 
   <xsl:variable name="diagnosisWords" select="document('')/*/d:strings/d:s"/>
@@ -137,7 +147,7 @@
 
   <xsl:template match="Diagnosis">
     <xsl:param name="cid"/>
-    <section class="diag" aria-labelledby="{$cid}-diag">
+    <div class="diag" role="region" aria-labelledby="{$cid}-diag">
       <style>
         <xsl:call-template name="diagnosis-css"/>
       </style>
@@ -146,7 +156,7 @@
         <xsl:when test="@kind = 'sequence'"><xsl:call-template name="diag-sequence"/></xsl:when>
         <xsl:otherwise><xsl:call-template name="diag-chart"/></xsl:otherwise>
       </xsl:choose>
-    </section>
+    </div>
   </xsl:template>
 
   <!-- ===== Sequence diagram ===== -->
@@ -192,7 +202,7 @@
       </xsl:when>
     </xsl:choose>
     <xsl:if test="Rejected">
-      <xsl:text>; </xsl:text>
+      <xsl:call-template name="dw"><xsl:with-param name="k" select="'sep'"/></xsl:call-template>
       <xsl:call-template name="dw"><xsl:with-param name="k" select="'recorded'"/></xsl:call-template>
       <xsl:text> </xsl:text>
       <strong class="bad"><xsl:value-of select="Rejected/@value"/></strong>
@@ -213,7 +223,7 @@
             <xsl:call-template name="dw"><xsl:with-param name="k" select="'or'"/></xsl:call-template>
             <xsl:text> </xsl:text>
           </xsl:when>
-          <xsl:otherwise>, </xsl:otherwise>
+          <xsl:otherwise><xsl:call-template name="dw"><xsl:with-param name="k" select="'comma'"/></xsl:call-template></xsl:otherwise>
         </xsl:choose>
       </xsl:if>
       <strong><xsl:value-of select="@value"/></strong>

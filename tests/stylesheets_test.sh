@@ -60,6 +60,7 @@ common_words() {
 sample_words() {
   case $1 in
     ENU) printf '%s\n' \
+      'diagnosis|Where the run left the model' 'diagnosis|Expected step' 'diagnosis|the run recorded step' 'diagnosis|Path the verification followed' 'diagnosis|Transitions tried:' \
       'testcase_sd|Passed' 'testcase_sd|Result verification successful' \
       'testcase_sd|Sequence diagram test' 'testcase_sd|Coverage' 'testcase_sd|internal' \
       'testcase_sd|external' 'testcase_code|Failed' 'testcase_code|Code test' \
@@ -71,6 +72,7 @@ sample_words() {
       'context|Result verification currently not supported for SDs with interaction operator parallel' \
       'context_empty|This test context has no test cases.' ;;
     CHS) printf '%s\n' \
+      'diagnosis|运行偏离模型的位置' 'diagnosis|预期步骤' 'diagnosis|运行记录的步骤为' 'diagnosis|验证所经过的路径' \
       'testcase_sd|通过' 'testcase_sd|结果验证成功' 'testcase_sd|序列图测试' 'testcase_sd|覆盖率' \
       'testcase_sd|内部' 'testcase_sd|外部' 'testcase_code|失败' 'testcase_code|代码测试' \
       'testcase_code|代码测试用例不进行结果验证' 'context|未终止' 'context|错误' 'context|未定义' \
@@ -78,6 +80,7 @@ sample_words() {
       'context|状态图包含结果验证不支持的元素' 'context|并行交互运算符' \
       'context_empty|此测试上下文不包含测试用例。' ;;
     CHT) printf '%s\n' \
+      'diagnosis|執行偏離模型的位置' 'diagnosis|預期步驟' 'diagnosis|執行記錄的步驟為' 'diagnosis|驗證所經過的路徑' \
       'testcase_sd|通過' 'testcase_sd|結果驗證成功' 'testcase_sd|序列圖測試' 'testcase_sd|覆蓋率' \
       'testcase_sd|內部' 'testcase_sd|外部' 'testcase_code|失敗' 'testcase_code|程式碼測試' \
       'testcase_code|程式碼測試案例不進行結果驗證' 'context|未終止' 'context|錯誤' 'context|未定義' \
@@ -85,6 +88,7 @@ sample_words() {
       'context|狀態圖包含結果驗證不支援的元素' 'context|平行互動運算子' \
       'context_empty|此測試上下文不包含測試案例。' ;;
     KOR) printf '%s\n' \
+      'diagnosis|실행이 모델을 벗어난 위치' 'diagnosis|예상 단계' 'diagnosis|실행이 기록한 단계' 'diagnosis|검증이 따라간 경로' \
       'testcase_sd|통과' 'testcase_sd|결과 검증 성공' 'testcase_sd|시퀀스 다이어그램 테스트' \
       'testcase_sd|커버리지' 'testcase_sd|내부' 'testcase_sd|외부' 'testcase_code|실패' \
       'testcase_code|코드 테스트' 'testcase_code|코드 테스트 케이스는 결과 검증을 하지 않음' \
@@ -94,6 +98,7 @@ sample_words() {
       'context|병렬 상호작용 연산자' \
       'context_empty|이 테스트 컨텍스트에는 테스트 케이스가 없습니다.' ;;
     JPN) printf '%s\n' \
+      'diagnosis|実行がモデルから外れた箇所' 'diagnosis|期待されたステップ' 'diagnosis|実行が記録したステップ' 'diagnosis|検証がたどった経路' \
       'testcase_sd|合格' 'testcase_sd|結果検証に成功しました' 'testcase_sd|シーケンス図テスト' \
       'testcase_sd|カバレッジ' 'testcase_sd|内部' 'testcase_sd|外部' 'testcase_code|不合格' \
       'testcase_code|コードテスト' 'testcase_code|コードテストケースには結果検証はありません' \
@@ -121,6 +126,14 @@ check "English strings found" test -s "$work/keys.ENU"
 for code in CHS CHT KOR JPN; do
   keys_of "$sheets/TestResult2$code.xslt" >"$work/keys.$code"
   check "$code has the same string keys as ENU" cmp -s "$work/keys.ENU" "$work/keys.$code"
+done
+# The diagnosis knows the same words in every language.
+diagnosis_keys() { grep -o "<d:s lang=\"$1\" k=\"[^\"]*\"" "$sheets/TestResultDiagnosis.xslt" | sed 's/lang="[^"]*"//'; }
+diagnosis_keys en >"$work/dkeys.en"
+check "English diagnosis words found" test -s "$work/dkeys.en"
+for lang in zh-CN zh-TW ko ja; do
+  diagnosis_keys "$lang" >"$work/dkeys.$lang"
+  check "diagnosis words of $lang match English" cmp -s "$work/dkeys.en" "$work/dkeys.$lang"
 done
 for f in "$sheets"/*.xslt; do
   check "$(basename "$f") has no disable-output-escaping" lacks "$f" 'disable-output-escaping'

@@ -1,0 +1,181 @@
+'use strict';
+// Opens the report of the explained example (examples/explain, reported with
+// -explain) in Chromium and checks the picture of each diagnosis: the right
+// marks on the right steps, the sentence, the rejected message in its place,
+// no sideways scrolling at 400 px, readable in dark mode, and the same page
+// with scripts off. Saves screenshots to OUTPUT_DIR/screenshots.
+//
+// Usage: node diagnosis_test.js QENDOR_BINARY SOURCE_DIR OUTPUT_DIR
+
+const fs = require('fs');
+const os = require('os');
+const path = require('path');
+const {spawnSync} = require('child_process');
+
+const CHROMIUM = '/usr/bin/chromium';
+const ARGS = ['--no-sandbox', '--disable-gpu', '--no-first-run', '--disable-background-networking',
+              '--disable-component-update', '--disable-sync'];
+
+function die(message) {
+  console.error('diagnosis browser test: ' + message);
+  process.exit(1);
+}
+
+const [qendor, sourceDir, outputDir] = process.argv.slice(2).map((a) => path.resolve(a));
+if (!outputDir) die('usage: node diagnosis_test.js QENDOR_BINARY SOURCE_DIR OUTPUT_DIR');
+if (!fs.existsSync(CHROMIUM)) die(CHROMIUM + ' is missing: install the Debian package chromium');
+let chromium;
+try {
+  ({chromium} = require(path.join(__dirname, 'node_modules', 'playwright-core')));
+} catch (e) {
+  die('tests/browser/node_modules is missing: run npm ci --prefix tests/browser\n' + e.message);
+}
+
+let passed = 0;
+let failed = 0;
+function check(what, condition, detail) {
+  if (condition) {
+    passed++;
+  } else {
+    failed++;
+    console.log('FAIL: ' + what + (detail === undefined ? '' : ' (' + JSON.stringify(detail) + ')'));
+  }
+}
+function equal(what, expected, actual) {
+  check(what + ': expected ' + JSON.stringify(expected), JSON.stringify(expected) === JSON.stringify(actual),
+        actual);
+}
+
+function makeReports(code) {
+  const example = path.join(sourceDir, 'examples', 'explain');
+  const out = path.join(outputDir, 'diagnosis', code);
+  fs.rmSync(out, {recursive: true, force: true});
+  fs.mkdirSync(out, {recursive: true});
+  for (const f of fs.readdirSync(path.join(example, 'verification'))) {
+    fs.copyFileSync(path.join(example, 'verification', f), path.join(out, f));
+  }
+  const run = spawnSync(qendor, ['-infofile', 'explain.info', '-resultfile', 'results.log', '-outdirectory', out,
+                                 '-tcontext', 'Shop.Returns', '-language', code, '-explain'],
+                        {cwd: example, encoding: 'utf8', env: Object.assign({}, process.env, {TZ: 'UTC'})});
+  equal(code + ': exit status', 10, run.status);
+  if (!fs.existsSync(path.join(out, 'Returns.html'))) die(code + ': no report was made: ' + run.stderr);
+  return out;
+}
+
+const fileUrl = (file) => 'file://' + file.split(path.sep).map(encodeURIComponent).join('/');
+
+// The relative luminance contrast of two "rgb(r, g, b)" colours.
+function contrast(a, b) {
+  const lum = (c) => {
+    const [r, g, bl] = c.match(/[\d.]+/g).slice(0, 3).map(Number).map((v) => {
+      const s = v / 255;
+      return s <= 0.03928 ? s / 12.92 : Math.pow((s + 0.055) / 1.055, 2.4);
+    });
+    return 0.2126 * r + 0.7152 * g + 0.0722 * bl;
+  };
+  const [hi, lo] = [lum(a), lum(b)].sort((x, y) => y - x);
+  return (hi + 0.05) / (lo + 0.05);
+}
+
+// What the sequence diagram's picture shows, in reading order.
+const pictureOf = (page) => page.$$eval('#tc-RefundOrder .sd-outline .chip', (chips) =>
+  chips.map((c) => {
+    const own = Array.from(c.childNodes).filter((n) => n.nodeType === 3).map((n) => n.textContent).join('');
+    const frag = c.closest('.frag');
+    return {
+      text: own.trim(),
+      marks: c.className.replace('chip', '').trim(),
+      inside: frag ? frag.querySelector('.op').textContent.split(' ')[0] : '',
+      spoken: (c.querySelector('.sr') || {textContent: ''}).textContent.trim(),
+    };
+  }));
+
+async function run() {
+  const shots = path.join(outputDir, 'screenshots');
+  fs.mkdirSync(shots, {recursive: true});
+  const profile = fs.mkdtempSync(path.join(os.tmpdir(), 'qendor-chromium-'));
+  const context = await chromium.launchPersistentContext(profile, {
+    executablePath: CHROMIUM, headless: true, args: ARGS, viewport: {width: 1280, height: 900},
+  });
+  try {
+    for (const code of ['ENU', 'JPN']) {
+      const out = makeReports(code);
+      const page = await context.newPage();
+      const errors = [];
+      page.on('pageerror', (e) => errors.push(e.message));
+      await page.goto(fileUrl(path.join(out, 'Returns.html')));
+      check(code + ': two diagnoses are visible',
+            (await page.$$eval('.diag', (all) => all.filter((d) => d.getClientRects().length).length)) === 2);
+      const picture = await pictureOf(page);
+      equal(code + ': chips in reading order', ['1', '2', '3', '4', '2', '5'], picture.map((c) => c.text));
+      equal(code + ': reached steps are filled, the rejected one marked',
+            ['reached', '', '', 'reached', 'rejected', ''], picture.map((c) => c.marks));
+      equal(code + ': steps stand in their fragments', ['', 'alt', 'alt', 'opt', '', ''],
+            picture.map((c) => c.inside));
+      check(code + ': a hollow step says so to a screen reader', picture[1].spoken.length > 0, picture[1]);
+      if (code === 'ENU') {
+        equal('ENU: the sentence', 'Expected step 5; the run recorded step 2 (refundToCard)',
+              (await page.textContent('#tc-RefundOrder .diag-sentence')).trim());
+        equal('ENU: a hollow step is read as not reached', 'not reached', picture[1].spoken);
+        equal('ENU: the rejected chip is read as rejected', 'rejected', picture[4].spoken);
+      }
+      const path_ = await page.$$eval('#tc-ReturnParcel .chart-path .chip', (chips) =>
+        chips.map((c) => c.className.replace('chip', '').trim()));
+      equal(code + ': chart path ends at the stop', ['state reached', 'transition', 'state reached', 'rejected'],
+            path_);
+      check(code + ': the unmatched assertion is named',
+            (await page.textContent('#tc-ReturnParcel .chart-path .rejected')).includes('order.isPaid()'));
+      await page.screenshot({path: path.join(shots, 'Returns-' + code + '.png'), fullPage: true});
+
+      // A phone: the picture wraps, the page never scrolls sideways.
+      await page.setViewportSize({width: 400, height: 800});
+      await page.waitForTimeout(100);
+      const overflow = await page.$$eval('.diag', (all) =>
+        all.map((d) => d.scrollWidth - d.clientWidth).filter((extra) => extra > 0));
+      equal(code + ': no diagnosis scrolls sideways at 400 px', [], overflow);
+      const diagWidth = await page.$eval('#tc-RefundOrder .diag', (d) => d.getBoundingClientRect().right);
+      check(code + ': the picture fits at 400 px', diagWidth <= 400, diagWidth);
+      await page.screenshot({path: path.join(shots, 'Returns-' + code + '-400.png'), fullPage: true});
+
+      // Dark mode: every mark still reads against its background.
+      await page.setViewportSize({width: 1280, height: 900});
+      await page.emulateMedia({colorScheme: 'dark'});
+      const colours = await page.$$eval('#tc-RefundOrder .sd-outline .chip', (chips) => chips.map((c) => {
+        let bg = getComputedStyle(c).backgroundColor;
+        for (let e = c.parentElement; e && /rgba\(0, 0, 0, 0\)|transparent/.test(bg); e = e.parentElement) {
+          bg = getComputedStyle(e).backgroundColor;
+        }
+        return [getComputedStyle(c).color, bg];
+      }));
+      for (const [fg, bg] of colours) {
+        check(code + ': dark chip readable (' + fg + ' on ' + bg + ')', contrast(fg, bg) >= 4.5);
+      }
+      await page.screenshot({path: path.join(shots, 'Returns-' + code + '-dark.png'), fullPage: true});
+      await page.emulateMedia({colorScheme: 'light'});
+      equal(code + ': no script errors', [], errors);
+      await page.close();
+    }
+  } finally {
+    await context.close();
+    fs.rmSync(profile, {recursive: true, force: true});
+  }
+
+  // Without scripts the picture is the same.
+  const profile2 = fs.mkdtempSync(path.join(os.tmpdir(), 'qendor-chromium-'));
+  const plain = await chromium.launchPersistentContext(profile2, {
+    executablePath: CHROMIUM, headless: true, args: ARGS, javaScriptEnabled: false,
+    viewport: {width: 1280, height: 900},
+  });
+  try {
+    const page = await plain.newPage();
+    await page.goto(fileUrl(path.join(outputDir, 'diagnosis', 'ENU', 'Returns.html')));
+    equal('no script: chips', ['1', '2', '3', '4', '2', '5'], (await pictureOf(page)).map((c) => c.text));
+  } finally {
+    await plain.close();
+    fs.rmSync(profile2, {recursive: true, force: true});
+  }
+  console.log(passed + ' passed, ' + failed + ' failed; screenshots in ' + shots);
+  process.exit(failed === 0 ? 0 : 1);
+}
+
+run().catch((e) => die(e.stack || String(e)));
