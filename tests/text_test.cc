@@ -59,3 +59,19 @@ TEST(StartsWithAndContains, AreCaseSensitive) {
 
 }  // namespace
 }  // namespace qendor
+
+namespace qendor {
+namespace {
+
+TEST(Contains, FindsAnywhereAndTakesViewsWithoutData) {
+  EXPECT_TRUE(contains("ZKR_ASSERT_SD(x)", "ASSERT_SD"));
+  EXPECT_FALSE(contains("ZKR_ASSERT", "ASSERT_SD"));
+  EXPECT_TRUE(contains("abc", ""));
+  EXPECT_TRUE(contains(std::string_view(), ""));
+  // A view made of nothing has no data pointer.
+  EXPECT_FALSE(contains(std::string_view(), "x"));
+  EXPECT_FALSE(contains(std::string_view(nullptr, 0), " test case"));
+}
+
+}  // namespace
+}  // namespace qendor
