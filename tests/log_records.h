@@ -31,6 +31,14 @@ inline std::string fullFinish() {
   return fullLine("t.c", "2", "1", "", std::string(kFinish).substr(10));
 }
 
+// A row of a table of logs: what it shows, the log, and the dump of the
+// lists it leaves.
+struct LogCase {
+  const char* name;
+  std::string log;
+  std::string dump;
+};
+
 // "text|STATUS|file number|line number|detail text", each as read.
 inline std::string dumpRecord(const AssertionRecord& r) {
   return r.assertionText + "|" + std::string(statusText(r.status)) + "|" + r.fileNumber + "|" +

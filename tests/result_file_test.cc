@@ -117,12 +117,7 @@ TEST_F(FullAssertionsTest, RecordFields) {
 // How the records of a log fall into test cases, with every test case kept.
 TEST_F(FullAssertionsTest, TestCases) {
   const std::string s = kStart, f = kFinish;
-  struct Case {
-    const char* name;
-    std::string log;
-    std::string dump;
-  };
-  const Case cases[] = {
+  const test::LogCase cases[] = {
       {"the start's result names the list and is recorded",
        start("7") + finish() + start("0") + finish(),
        "0: [" + s + "|FAILED||1|] [" + f + "|PASSED||2|]\n7: [" + s + "|PASSED||1|] [" + f +
@@ -150,7 +145,7 @@ TEST_F(FullAssertionsTest, TestCases) {
        "FULLASSERTION=a.c,3,1,d-----ZKR_ASSERT(x)",
        "5: [" + s + "\r|PASSED||1|] [ZKR_ASSERT(x)|PASSED||3|d]\n"},
   };
-  for (const Case& c : cases) {
+  for (const test::LogCase& c : cases) {
     lists_.clear();
     EXPECT_EQ(read(c.log), c.dump) << c.name;
   }

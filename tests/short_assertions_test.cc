@@ -85,12 +85,7 @@ TEST_F(ShortAssertionsTest, StatusAndFieldsAsWritten) {
 // How the records of a log fall into test cases, with every test case kept.
 TEST_F(ShortAssertionsTest, TestCases) {
   const std::string s = kStart, f = kFinish;
-  struct Case {
-    const char* name;
-    std::string log;
-    std::string dump;
-  };
-  const Case cases[] = {
+  const test::LogCase cases[] = {
       {"records with ignored words",
        "ASSERTION=1,1,5\nASSERTION=3,42,1 some ignored words\nASSERTION=1,2,1\n",
        "5: [" + s + "|PASSED|1|1|] [ZKR_ASSERT_TRUE(x);|PASSED|3|42|] [" + f + "|PASSED|1|2|]\n"},
@@ -115,7 +110,7 @@ TEST_F(ShortAssertionsTest, TestCases) {
            std::string(1, '\0') + "1\n",
        "2: [" + s + "|PASSED|1|1|] [ZKR_ASSERT_TRUE(x);|FAILED|3|42|]\n"},
   };
-  for (const Case& c : cases) {
+  for (const test::LogCase& c : cases) {
     lists_.clear();
     EXPECT_EQ(read(c.log), c.dump) << c.name;
   }
