@@ -2,225 +2,195 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
+#include <string_view>
 
+#include "base/line_reader.h"
 #include "base/run_settings.h"
 #include "tests/test_support.h"
 
 namespace qendor {
 namespace {
 
-class InfoFileTest : public ::testing::Test {
+using test::inQuotes;
+
+// What an info file leaves in the settings: "case", "sd" and "file" lines
+// per table entry, then every value that is not empty, under its key.
+std::string dumpInfo(const RunSettings& s) {
+  std::string out;
+  for (const auto& [number, name] : s.testCaseNames)
+    out += "case " + std::to_string(number) + " " + inQuotes(name) + "\n";
+  for (const auto& [number, name] : s.sequenceDiagramNames)
+    out += "sd " + std::to_string(number) + " " + inQuotes(name) + "\n";
+  for (const auto& [number, path] : s.sourceFiles)
+    out += "file " + std::to_string(number) + " " + inQuotes(path) + "\n";
+  const std::pair<const char*, const std::string*> values[] = {
+      {"OstraVersionNumber", &s.ostraVersionNumber},
+      {"OstraBuildNumber", &s.ostraBuildNumber},
+      {"OstraKorvanVersionNumber", &s.korvanVersionNumber},
+      {"OstraKorvanBuildNumber", &s.korvanBuildNumber},
+      {"ActiveProject", &s.activeProject},
+      {"ActiveComponent", &s.activeComponent},
+      {"ActiveConfiguration", &s.activeConfiguration},
+  };
+  for (const auto& [key, value] : values) {
+    if (!value->empty()) out += std::string(key) + " " + inQuotes(*value) + "\n";
+  }
+  return out;
+}
+
+// The dump of `text` parsed as an info file.
+std::string parsed(std::string_view text) {
+  RunSettings settings;
+  LineReader lines(text);
+  parseInfoFile(lines, settings);
+  return dumpInfo(settings);
+}
+
+struct Case {
+  const char* name;
+  std::string text;
+  const char* dump;
+};
+
+const Case kCases[] = {
+    {"test case line fills name and diagram", "TESTCASE Pkg.Ctx.CaseOne 1 SdMain\n",
+     "case 1 \"Pkg.Ctx.CaseOne\"\nsd 1 \"SdMain\"\n"},
+    {"diagram name carries over to a line without one",
+     "TESTCASE Pkg.Ctx.CaseOne 1 SdMain\nTESTCASE Pkg.Ctx.CaseTwo 2\n",
+     "case 1 \"Pkg.Ctx.CaseOne\"\ncase 2 \"Pkg.Ctx.CaseTwo\"\nsd 1 \"SdMain\"\nsd 2 \"SdMain\"\n"},
+    {"diagram name is empty when no earlier line had one",
+     "TESTCASE A.B 4\nTESTCASE A.C 5 Sd With Blanks\nTESTCASE A.D 6\n",
+     "case 4 \"A.B\"\ncase 5 \"A.C\"\ncase 6 \"A.D\"\n"
+     "sd 4 \"\"\nsd 5 \"Sd With Blanks\"\nsd 6 \"Sd With Blanks\"\n"},
+    {"last line for a number wins", "TESTCASE A.First 1 SdOne\nTESTCASE A.Second 1 SdTwo\n",
+     "case 1 \"A.Second\"\nsd 1 \"SdTwo\"\n"},
+
+    // Test case numbers read like strtol.
+    {"letters", "TESTCASE X abc D\n", "case 0 \"X\"\nsd 0 \"D\"\n"},
+    {"wraps to 32 bits", "TESTCASE X 4294967297 D\n", "case 1 \"X\"\nsd 1 \"D\"\n"},
+    {"negative", "TESTCASE X -3 D\n", "case -3 \"X\"\nsd -3 \"D\"\n"},
+    {"digits then letters", "TESTCASE X 12abc D\n", "case 12 \"X\"\nsd 12 \"D\"\n"},
+    {"just above the int range", "TESTCASE X 2147483648 D\n",
+     "case -2147483648 \"X\"\nsd -2147483648 \"D\"\n"},
+    // No blank after the name: the name is also the number field.
+    {"name only, a number", "TESTCASE 77\n", "case 77 \"77\"\nsd 77 \"\"\n"},
+    {"name only", "TESTCASE Only\n", "case 0 \"Only\"\nsd 0 \"\"\n"},
+    {"nothing after the key", "TESTCASE \n", "case 0 \"\"\nsd 0 \"\"\n"},
+    // Two blanks: an empty name, the number comes next.
+    {"empty name", "TESTCASE  9 D\n", "case 9 \"\"\nsd 9 \"D\"\n"},
+    // Two blanks after the number: the diagram name starts with a blank.
+    {"diagram name with blanks around", "TESTCASE X 3  D \n", "case 3 \"X\"\nsd 3 \" D \"\n"},
+
+    // FILE lines.
+    {"file", "FILE \"src/a.cpp\" 3\n", "file 3 \"src/a.cpp\"\n"},
+    {"file with a blank", "FILE \"dir/a b.cpp\" 7\n", "file 7 \"dir/a b.cpp\"\n"},
+    // No closing quote: the path is the rest and one character goes.
+    {"no closing quote", "FILE \"58\n", "file 8 \"58\"\n"},
+    // No quote at all: nothing goes before the path, which is the whole line.
+    {"no quote", "FILE 3\n", "file 0 \"FILE 3\"\n"},
+    // The character after the closing quote goes whatever it is.
+    {"no blank after the quote", "FILE \"a.c\"12\n", "file 2 \"a.c\"\n"},
+    {"no number", "FILE \"a.c\"\n", "file 0 \"a.c\"\n"},
+    {"number of letters", "FILE \"a.c\" x\n", "file 0 \"a.c\"\n"},
+    {"longer key", "FILEX \"b.c\" 4\n", "file 4 \"b.c\"\n"},
+    {"file number wraps", "FILE \"c.c\" 4294967297\n", "file 1 \"c.c\"\n"},
+    {"backslashes and carriage return", "FILE \"C:\\src\\a.c\" 2\r\n",
+     "file 2 \"C:\\\\src\\\\a.c\"\n"},
+    {"later file line for a number wins", "FILE \"a.c\" 1\nFILE \"b.c\" 1\n", "file 1 \"b.c\"\n"},
+
+    // Values.
+    {"value keys",
+     "OstraVersionNumber 7.5\n"
+     "OstraBuildNumber 1234\n"
+     "OstraKorvanVersionNumber 2.0\n"
+     "OstraKorvanBuildNumber 99\n"
+     "ActiveProject My Project\n"
+     "ActiveComponent  Comp\n"
+     "ActiveConfiguration Debug \n",
+     "OstraVersionNumber \"7.5\"\nOstraBuildNumber \"1234\"\nOstraKorvanVersionNumber \"2.0\"\n"
+     "OstraKorvanBuildNumber \"99\"\nActiveProject \"My Project\"\nActiveComponent \" Comp\"\n"
+     "ActiveConfiguration \"Debug \"\n"},
+    {"value keeps its carriage return", "OstraVersionNumber 7.5\r\n",
+     "OstraVersionNumber \"7.5\\r\"\n"},
+    {"key without blank becomes its own value", "ActiveProject\nOstraBuildNumber:12\n",
+     "OstraBuildNumber \"OstraBuildNumber:12\"\nActiveProject \"ActiveProject\"\n"},
+    // "ActiveProjectX" still sets the project; the later line of a key wins.
+    {"keys are prefixes tested in order",
+     "ActiveProjectX one\nActiveComponent a\nActiveComponent b\n",
+     "ActiveProject \"one\"\nActiveComponent \"b\"\n"},
+
+    // Odd files.
+    {"lines that match no key are skipped",
+     "  TESTCASE A.B 1 Sd\n"
+     "TESTCASE\tA.B 2 Sd\n"
+     "testcase A.B 3 Sd\n"
+     "\n"
+     "# ActiveProject P\n"
+     " FILE \"a.c\" 1\n"
+     "TESTCASEX A.B 4 Sd\n",
+     ""},
+    {"empty file reads as nothing", "", ""},
+    {"last line without line feed is read", "ActiveProject P\nTESTCASE A.B 1 Sd",
+     "case 1 \"A.B\"\nsd 1 \"Sd\"\nActiveProject \"P\"\n"},
+    // "2\r" reads as 2; the carried diagram name keeps its carriage return.
+    {"crlf lines keep their carriage returns",
+     "TESTCASE A.B 1 Sd\r\nTESTCASE A.C 2\r\nFILE \"a.c\" 5\r\n",
+     "case 1 \"A.B\"\ncase 2 \"A.C\"\nsd 1 \"Sd\\r\"\nsd 2 \"Sd\\r\"\nfile 5 \"a.c\"\n"},
+    {"nul and non-UTF-8 bytes stay in values",
+     std::string("ActiveProject a") + '\0' + "b\xff\xfe\nTESTCASE N\xe9 1 S" + '\0' + "D\n",
+     "case 1 \"N\\xe9\"\nsd 1 \"S\\0D\"\nActiveProject \"a\\0b\\xff\\xfe\"\n"},
+};
+
+TEST(InfoFile, ParsedText) {
+  for (const Case& c : kCases) EXPECT_EQ(parsed(c.text), c.dump) << c.name;
+}
+
+TEST(InfoFile, HugeSingleLine) {
+  const std::string value(10 * 1024 * 1024, 'v');
+  const std::string text = "ActiveProject " + value;
+  RunSettings settings;
+  LineReader lines{std::string_view(text)};
+  parseInfoFile(lines, settings);
+  EXPECT_EQ(settings.activeProject, value);
+}
+
+// The loader: the file named in the run, read into the run.
+class InfoFileLoaderTest : public ::testing::Test {
  protected:
   void SetUp() override { resetRun(); }
   void TearDown() override { resetRun(); }
-
-  // Writes `content` as the info file and reads it.
-  bool read(const std::string& content) {
-    path_ = dir_.write("run.info", content);
-    run().infoFile = path_.c_str();
-    return readInfoFile();
-  }
 
   test::TempDir dir_;
   std::string path_;
 };
 
-using Names = std::map<int32_t, std::string>;
-
-TEST_F(InfoFileTest, TestCaseLineFillsNameAndDiagram) {
-  ASSERT_TRUE(read("TESTCASE Pkg.Ctx.CaseOne 1 SdMain\n"));
-  EXPECT_EQ(run().testCaseNames, (Names{{1, "Pkg.Ctx.CaseOne"}}));
-  EXPECT_EQ(run().sequenceDiagramNames, (Names{{1, "SdMain"}}));
+TEST_F(InfoFileLoaderTest, FillsTheRunSettings) {
+  path_ = dir_.write("run.info", "TESTCASE A.B 1 Sd\nFILE \"a.c\" 5\nActiveProject P\n");
+  run().infoFile = path_.c_str();
+  ASSERT_TRUE(readInfoFile());
+  EXPECT_EQ(dumpInfo(run()), "case 1 \"A.B\"\nsd 1 \"Sd\"\nfile 5 \"a.c\"\nActiveProject \"P\"\n");
 }
 
-TEST_F(InfoFileTest, DiagramNameCarriesOverToLineWithoutOne) {
-  ASSERT_TRUE(read("TESTCASE Pkg.Ctx.CaseOne 1 SdMain\nTESTCASE Pkg.Ctx.CaseTwo 2\n"));
-  EXPECT_EQ(run().testCaseNames, (Names{{1, "Pkg.Ctx.CaseOne"}, {2, "Pkg.Ctx.CaseTwo"}}));
-  EXPECT_EQ(run().sequenceDiagramNames, (Names{{1, "SdMain"}, {2, "SdMain"}}));
-}
-
-TEST_F(InfoFileTest, DiagramNameIsEmptyWhenNoEarlierLineHadOne) {
-  ASSERT_TRUE(read("TESTCASE A.B 4\nTESTCASE A.C 5 Sd With Blanks\nTESTCASE A.D 6\n"));
-  EXPECT_EQ(run().sequenceDiagramNames,
-            (Names{{4, ""}, {5, "Sd With Blanks"}, {6, "Sd With Blanks"}}));
-}
-
-TEST_F(InfoFileTest, LastLineForANumberWins) {
-  ASSERT_TRUE(read("TESTCASE A.First 1 SdOne\nTESTCASE A.Second 1 SdTwo\n"));
-  EXPECT_EQ(run().testCaseNames, (Names{{1, "A.Second"}}));
-  EXPECT_EQ(run().sequenceDiagramNames, (Names{{1, "SdTwo"}}));
-}
-
-TEST_F(InfoFileTest, TestCaseNumbersReadLikeStrtol) {
-  struct Case {
-    const char* line;
-    int32_t number;
-    const char* name;
-    const char* diagram;
-  };
-  const Case cases[] = {
-      {"TESTCASE X abc D", 0, "X", "D"},
-      {"TESTCASE X 4294967297 D", 1, "X", "D"},
-      {"TESTCASE X -3 D", -3, "X", "D"},
-      {"TESTCASE X 12abc D", 12, "X", "D"},
-      {"TESTCASE X 2147483648 D", -2147483647 - 1, "X", "D"},
-      // No blank after the name: the name is also the number field.
-      {"TESTCASE 77", 77, "77", ""},
-      {"TESTCASE Only", 0, "Only", ""},
-      {"TESTCASE ", 0, "", ""},
-      // Two blanks: an empty name, the number comes next.
-      {"TESTCASE  9 D", 9, "", "D"},
-      // Two blanks after the number: the diagram name starts with a blank.
-      {"TESTCASE X 3  D ", 3, "X", " D "},
-  };
-  for (const Case& c : cases) {
-    resetRun();
-    ASSERT_TRUE(read(std::string(c.line) + "\n")) << c.line;
-    EXPECT_EQ(run().testCaseNames, (Names{{c.number, c.name}})) << c.line;
-    EXPECT_EQ(run().sequenceDiagramNames, (Names{{c.number, c.diagram}})) << c.line;
-  }
-}
-
-TEST_F(InfoFileTest, FileLines) {
-  struct Case {
-    const char* line;
-    Names files;
-  };
-  const Case cases[] = {
-      {"FILE \"src/a.cpp\" 3", {{3, "src/a.cpp"}}},
-      {"FILE \"dir/a b.cpp\" 7", {{7, "dir/a b.cpp"}}},
-      // No closing quote: the path is the rest and one character goes.
-      {"FILE \"58", {{8, "58"}}},
-      // No quote at all: nothing goes before the path, which is the whole line.
-      {"FILE 3", {{0, "FILE 3"}}},
-      // The character after the closing quote goes whatever it is.
-      {"FILE \"a.c\"12", {{2, "a.c"}}},
-      {"FILE \"a.c\"", {{0, "a.c"}}},
-      {"FILE \"a.c\" x", {{0, "a.c"}}},
-      {"FILEX \"b.c\" 4", {{4, "b.c"}}},
-      {"FILE \"c.c\" 4294967297", {{1, "c.c"}}},
-      {"FILE \"C:\\src\\a.c\" 2\r", {{2, "C:\\src\\a.c"}}},
-  };
-  for (const Case& c : cases) {
-    resetRun();
-    ASSERT_TRUE(read(std::string(c.line) + "\n")) << c.line;
-    EXPECT_EQ(run().sourceFiles, c.files) << c.line;
-  }
-}
-
-TEST_F(InfoFileTest, LaterFileLineForANumberWins) {
-  ASSERT_TRUE(read("FILE \"a.c\" 1\nFILE \"b.c\" 1\n"));
-  EXPECT_EQ(run().sourceFiles, (Names{{1, "b.c"}}));
-}
-
-TEST_F(InfoFileTest, ValueKeys) {
-  ASSERT_TRUE(
-      read("OstraVersionNumber 7.5\n"
-           "OstraBuildNumber 1234\n"
-           "OstraKorvanVersionNumber 2.0\n"
-           "OstraKorvanBuildNumber 99\n"
-           "ActiveProject My Project\n"
-           "ActiveComponent  Comp\n"
-           "ActiveConfiguration Debug \n"));
-  EXPECT_EQ(run().ostraVersionNumber, "7.5");
-  EXPECT_EQ(run().ostraBuildNumber, "1234");
-  EXPECT_EQ(run().korvanVersionNumber, "2.0");
-  EXPECT_EQ(run().korvanBuildNumber, "99");
-  EXPECT_EQ(run().activeProject, "My Project");
-  EXPECT_EQ(run().activeComponent, " Comp");
-  EXPECT_EQ(run().activeConfiguration, "Debug ");
-}
-
-TEST_F(InfoFileTest, ValueKeepsCarriageReturn) {
-  ASSERT_TRUE(read("OstraVersionNumber 7.5\r\n"));
-  EXPECT_EQ(run().ostraVersionNumber, "7.5\r");
-}
-
-TEST_F(InfoFileTest, KeyWithoutBlankBecomesItsOwnValue) {
-  ASSERT_TRUE(read("ActiveProject\nOstraBuildNumber:12\n"));
-  EXPECT_EQ(run().activeProject, "ActiveProject");
-  EXPECT_EQ(run().ostraBuildNumber, "OstraBuildNumber:12");
-}
-
-TEST_F(InfoFileTest, KeysArePrefixesTestedInOrder) {
-  // "ActiveProjectX" still sets the project; the later line of a key wins.
-  ASSERT_TRUE(read("ActiveProjectX one\nActiveComponent a\nActiveComponent b\n"));
-  EXPECT_EQ(run().activeProject, "one");
-  EXPECT_EQ(run().activeComponent, "b");
-}
-
-TEST_F(InfoFileTest, LinesThatMatchNoKeyAreSkipped) {
-  ASSERT_TRUE(
-      read("  TESTCASE A.B 1 Sd\n"
-           "TESTCASE\tA.B 2 Sd\n"
-           "testcase A.B 3 Sd\n"
-           "\n"
-           "# ActiveProject P\n"
-           " FILE \"a.c\" 1\n"
-           "TESTCASEX A.B 4 Sd\n"));
-  EXPECT_TRUE(run().testCaseNames.empty());
-  EXPECT_TRUE(run().sourceFiles.empty());
-  EXPECT_EQ(run().activeProject, "");
-}
-
-TEST_F(InfoFileTest, EmptyFileReadsAsNothing) {
-  ASSERT_TRUE(read(""));
-  EXPECT_TRUE(run().testCaseNames.empty());
-  EXPECT_TRUE(run().sequenceDiagramNames.empty());
-  EXPECT_TRUE(run().sourceFiles.empty());
-  EXPECT_EQ(run().ostraVersionNumber, "");
-}
-
-TEST_F(InfoFileTest, LastLineWithoutLineFeedIsRead) {
-  ASSERT_TRUE(read("ActiveProject P\nTESTCASE A.B 1 Sd"));
-  EXPECT_EQ(run().activeProject, "P");
-  EXPECT_EQ(run().sequenceDiagramNames, (Names{{1, "Sd"}}));
-}
-
-TEST_F(InfoFileTest, CrlfLinesKeepTheirCarriageReturns) {
-  ASSERT_TRUE(read("TESTCASE A.B 1 Sd\r\nTESTCASE A.C 2\r\nFILE \"a.c\" 5\r\n"));
-  EXPECT_EQ(run().testCaseNames, (Names{{1, "A.B"}, {2, "A.C"}}));
-  // "2\r" reads as 2; the carried diagram name keeps its carriage return.
-  EXPECT_EQ(run().sequenceDiagramNames, (Names{{1, "Sd\r"}, {2, "Sd\r"}}));
-  EXPECT_EQ(run().sourceFiles, (Names{{5, "a.c"}}));
-}
-
-TEST_F(InfoFileTest, NulAndNonUtf8BytesStayInValues) {
-  std::string content =
-      std::string("ActiveProject a") + '\0' + "b\xff\xfe\nTESTCASE N\xe9 1 S" + '\0' + "D\n";
-  ASSERT_TRUE(read(content));
-  EXPECT_EQ(run().activeProject, std::string("a\0b\xff\xfe", 5));
-  EXPECT_EQ(run().testCaseNames, (Names{{1, "N\xe9"}}));
-  EXPECT_EQ(run().sequenceDiagramNames, (Names{{1, std::string("S\0D", 3)}}));
-}
-
-TEST_F(InfoFileTest, HugeSingleLine) {
-  std::string value(10 * 1024 * 1024, 'v');
-  ASSERT_TRUE(read("ActiveProject " + value));
-  EXPECT_EQ(run().activeProject, value);
-}
-
-TEST_F(InfoFileTest, MissingFileFailsAndStoresNothing) {
+TEST_F(InfoFileLoaderTest, MissingFileFailsAndStoresNothing) {
   run().infoFile = "/nonexistent/qendor/run.info";
   EXPECT_FALSE(readInfoFile());
   EXPECT_TRUE(run().testCaseNames.empty());
 }
 
-TEST_F(InfoFileTest, NoFileNameFails) {
+TEST_F(InfoFileLoaderTest, NoFileNameFails) {
   run().infoFile = nullptr;
   EXPECT_FALSE(readInfoFile());
 }
 
-TEST_F(InfoFileTest, DirectoryReadsAsEmpty) {
+TEST_F(InfoFileLoaderTest, DirectoryReadsAsEmpty) {
   path_ = dir_.path();
   run().infoFile = path_.c_str();
   EXPECT_TRUE(readInfoFile());
   EXPECT_TRUE(run().testCaseNames.empty());
 }
 
-TEST_F(InfoFileTest, PathIsNormalisedBeforeOpening) {
+TEST_F(InfoFileLoaderTest, PathIsNormalisedBeforeOpening) {
   dir_.write("sub/run.info", "ActiveProject P\n");
   path_ = dir_.path() + "\\\"sub\"\\run.info";
   run().infoFile = path_.c_str();

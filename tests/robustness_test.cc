@@ -1,10 +1,9 @@
 // Runs the built program on hostile inputs: whatever it is given, it must end
-// with one of its exit statuses, leave only well-formed XML files behind and
-// an HTML file beside each of them, write its reports under their own names
-// and start nothing but xsltproc.
+// with one of its exit statuses and leave only well-formed XML files behind
+// and an HTML file beside each of them. The reports' names are tested in
+// robustness_names_test.cc.
 #include <gtest/gtest.h>
 
-#include <libxml/parser.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,10 +12,10 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
-#include <set>
 #include <string>
 #include <vector>
 
+#include "tests/robustness_support.h"
 #include "tests/test_support.h"
 
 namespace qendor {
@@ -24,101 +23,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Every exit status the program documents.
-const std::set<int> kDocumentedStatuses = {0, 10, 11, 12, 13, 20, 21, 22, 24, 25, 30};
-
-using Outcome = test::ProgramOutcome;
-
-// Runs the program with `args` inside `workDir` under a fixed environment.
-Outcome runQendor(const std::vector<std::string>& args, const std::string& workDir,
-                  const std::string& path = "/usr/bin:/bin") {
-  return test::runProgram(QENDOR_BINARY, args, workDir, path);
-}
-
-std::vector<std::string> args(const std::string& info, const std::string& result,
-                              const std::string& outDir, const std::string& which,
-                              const std::string& name) {
-  return {"-infofile", info, "-resultfile", result, "-outdirectory", outDir, which, name};
-}
-
-// Parsed with libxml2's default limits, as xmllint --noout reads it.
-bool wellFormed(const std::string& path) {
-  xmlDoc* doc =
-      xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
-  if (!doc) return false;
-  xmlFreeDoc(doc);
-  return true;
-}
-
-// Every XML file in `dir` is well-formed and, when `withHtml`, has its HTML
-// file beside it. Returns how many XML files there are.
-size_t checkReports(const std::string& dir, bool withHtml) {
-  size_t count = 0;
-  for (const std::string& name : test::filesIn(dir)) {
-    if (name.size() < 4 || name.compare(name.size() - 4, 4, ".xml") != 0) continue;
-    ++count;
-    const std::string stem = dir + "/" + name.substr(0, name.size() - 4);
-    EXPECT_TRUE(wellFormed(stem + ".xml")) << name;
-    if (withHtml) {
-      EXPECT_TRUE(test::fileExists(stem + ".html")) << name;
-    }
-  }
-  return count;
-}
-
-// The attribute `name` of the root element of an XML file.
-std::string rootAttribute(const std::string& path, const char* name) {
-  xmlDoc* doc =
-      xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
-  if (!doc) return "<unreadable>";
-  xmlNode* root = xmlDocGetRootElement(doc);
-  xmlNode* element = root;
-  // The first TestCaseResult carries the test case's own attributes.
-  for (xmlNode* child = root ? root->children : nullptr; child; child = child->next) {
-    if (child->type == XML_ELEMENT_NODE &&
-        std::string(reinterpret_cast<const char*>(child->name)) == "TestCaseResult") {
-      element = child;
-      break;
-    }
-  }
-  xmlChar* value = element ? xmlGetProp(element, reinterpret_cast<const xmlChar*>(name)) : nullptr;
-  std::string text = value ? reinterpret_cast<const char*>(value) : "<absent>";
-  xmlFree(value);
-  xmlFreeDoc(doc);
-  return text;
-}
-
-// A folder holding the program's inputs and an output folder "out".
-class Workspace {
- public:
-  Workspace() { fs::create_directories(dir_.file("out")); }
-  std::string path(const std::string& name) const { return dir_.file(name); }
-  void write(const std::string& name, const std::string& content) const {
-    dir_.write(name, content);
-  }
-  Outcome run(const std::vector<std::string>& arguments,
-              const std::string& envPath = "/usr/bin:/bin") const {
-    return runQendor(arguments, dir_.path(), envPath);
-  }
-
- private:
-  test::TempDir dir_;
-};
-
-std::string startRecord(int number, const std::string& name) {
-  return "FULLASSERTION=a.c,1," + std::to_string(number) +
-         ",-----ZKR_ASSERT_TRUE(\"Starting test case: " + name + "\");\n";
-}
-std::string finishRecord(const std::string& name, int result = 1) {
-  return "FULLASSERTION=a.c,2," + std::to_string(result) +
-         ",-----ZKR_ASSERT_TRUE(\"Finished test case: " + name + "\");\n";
-}
-
-std::string randomBytes(std::mt19937& engine, size_t size) {
-  std::string bytes(size, '\0');
-  for (char& byte : bytes) byte = static_cast<char>(engine() & 0xFF);
-  return bytes;
-}
+using test::args;
+using test::checkReports;
+using test::finishRecord;
+using test::kDocumentedStatuses;
+using test::Outcome;
+using test::randomBytes;
+using test::rootAttribute;
+using test::startRecord;
+using test::Workspace;
 
 // ---------------------------------------------------------------------------
 // Hostile inputs.
@@ -363,99 +276,6 @@ TEST(Robustness, NoEmptyXmlFileAfterAnUnexpectedError) {
   const Outcome o = w.run(args("run.info", "run.log", "out", "-tcase", "Pkg.Ctx.Sd"));
   EXPECT_EQ(o.status, 30);
   EXPECT_EQ(test::filesIn(w.path("out")), std::vector<std::string>{"Sd.ver"});
-}
-
-// ---------------------------------------------------------------------------
-// Names.
-
-std::string contextLog(const std::vector<std::string>& shortNames) {
-  std::string log;
-  int number = 1;
-  for (const std::string& name : shortNames) {
-    log += startRecord(number, name) + finishRecord(name);
-    ++number;
-  }
-  return log;
-}
-
-TEST(Robustness, ReportsLandUnderTheirOwnNames) {
-  const std::vector<std::string> names = {"Case%41", "CaseA", "P%2Fq", "H#x",
-                                          "Q?y",     "Pc%",   "Pz%zz"};
-  Workspace w;
-  std::string info;
-  for (size_t i = 0; i < names.size(); ++i) {
-    info += "TESTCASE Pkg.Ctx." + names[i] + " " + std::to_string(i + 1) + "\n";
-  }
-  w.write("run.info", info);
-  w.write("run.log", contextLog(names));
-  const Outcome o = w.run(args("run.info", "run.log", "out", "-tcontext", "Pkg.Ctx"));
-  EXPECT_EQ(o.status, 0);
-  EXPECT_EQ(o.out, "");
-  for (const std::string& name : names) {
-    // Each XML file holds its own test case, under its literal name.
-    EXPECT_EQ(rootAttribute(w.path("out/" + name + ".xml"), "fullname"), "Pkg.Ctx." + name);
-  }
-  // "%2F" did not become a folder for the XML file.
-  EXPECT_FALSE(test::fileExists(w.path("out/P/q.xml")));
-  for (const char* name : {"H#x", "Q?y", "Pc%", "Pz%zz", "CaseA", "Ctx"}) {
-    EXPECT_TRUE(test::fileExists(w.path("out/" + std::string(name) + ".html"))) << name;
-  }
-}
-
-// xsltproc reads the name after "-o" as a URI and decodes "%XX" in it, which
-// would write the HTML report of Case%41 to CaseA.html and that of P%2Fq to
-// P/q.html.
-TEST(Robustness, HtmlReportsLandUnderNamesWithPercentEscapes) {
-  Workspace w;
-  w.write("run.info", "TESTCASE Pkg.Ctx.Case%41 1\nTESTCASE Pkg.Ctx.P%2Fq 2\n");
-  w.write("run.log", contextLog({"Case%41", "P%2Fq"}));
-  const Outcome o = w.run(args("run.info", "run.log", "out", "-tcontext", "Pkg.Ctx"));
-  EXPECT_EQ(o.status, 0);
-  EXPECT_EQ(test::filesIn(w.path("out")),
-            (std::vector<std::string>{"Case%41.html", "Case%41.xml", "Ctx.html", "Ctx.xml",
-                                      "P%2Fq.html", "P%2Fq.xml"}));
-}
-
-TEST(Robustness, ShellMetacharactersInNamesRunNothingButXsltproc) {
-  Workspace w;
-  // Test case names cannot hold blanks (the info file separates its fields
-  // by them); the context name given on the command line can.
-  const std::vector<std::string> names = {"a$(touch${IFS}m1)", "b`touch${IFS}m2`",
-                                          "c;touch${IFS}m3", "d|touch${IFS}m4", "e'q'\"x\"&m5"};
-  std::string info;
-  for (size_t i = 0; i < names.size(); ++i) {
-    info += "TESTCASE Pkg.Ctx." + names[i] + " " + std::to_string(i + 1) + "\n";
-  }
-  w.write("run.info", info);
-  w.write("run.log", contextLog(names));
-  const std::string outDir = "o u t;$(touch m8)`touch m9`|'q'";
-  Outcome o = w.run(args("run.info", "run.log", outDir, "-tcontext", "Pkg.Ctx"));
-  EXPECT_EQ(o.status, 0);
-  EXPECT_EQ(o.out, "");
-  EXPECT_EQ(o.err, "");
-  EXPECT_EQ(test::filesIn(w.path(outDir)),
-            (std::vector<std::string>{
-                "Ctx.html", "Ctx.xml", "a$(touch${IFS}m1).html", "a$(touch${IFS}m1).xml",
-                "b`touch${IFS}m2`.html", "b`touch${IFS}m2`.xml", "c;touch${IFS}m3.html",
-                "c;touch${IFS}m3.xml", "d|touch${IFS}m4.html", "d|touch${IFS}m4.xml",
-                // Double quotes are taken out of every path.
-                "e'q'x&m5.html", "e'q'x&m5.xml"}));
-  EXPECT_EQ(checkReports(w.path(outDir), true), 6u);
-
-  // A context name with blanks and every kind of shell syntax.
-  const std::string context = "Pkg.My Ctx $(touch m6) `touch m7`; x | y 'z' && touch m10";
-  o = w.run(args("run.info", "run.log", outDir, "-tcontext", context));
-  EXPECT_EQ(o.status, 12);
-  EXPECT_EQ(o.err, "");
-  const std::string report =
-      w.path(outDir + "/My Ctx $(touch m6) `touch m7`; x | y 'z' && touch m10");
-  EXPECT_TRUE(wellFormed(report + ".xml"));
-  EXPECT_TRUE(test::fileExists(report + ".html"));
-
-  for (const char* marker : {"m1", "m2", "m3", "m4", "m5", "m6", "m7", "m8", "m9", "m10"}) {
-    EXPECT_FALSE(test::fileExists(w.path(marker))) << marker;
-    EXPECT_FALSE(test::fileExists(w.path(outDir + "/" + marker))) << marker;
-  }
 }
 
 }  // namespace

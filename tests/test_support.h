@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qendor {
@@ -15,6 +16,11 @@ namespace test {
 inline Status recordStatus(std::string_view text) {
   return text == "FAILED" ? Status::kFailed : Status::kPassed;
 }
+
+// `text` in double quotes, readable whatever it holds: a double quote and a
+// backslash get a backslash, \n \r \t \0 stand for their bytes, and any other
+// byte below 0x20 or from 0x7f up is written \xNN.
+std::string inQuotes(std::string_view text);
 
 // A temporary folder removed with its contents when the object goes.
 class TempDir {

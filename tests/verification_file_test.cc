@@ -4,16 +4,39 @@
 
 #include <memory>
 #include <string>
-#include <vector>
+#include <string_view>
 
+#include "base/line_reader.h"
 #include "base/run_settings.h"
 #include "tests/test_support.h"
 
 namespace qendor {
 namespace {
 
-// One line per record: the thirteen fields, "|" between them, the list in [].
-std::string dump(const ChartRecord& r) {
+std::string_view kindName(VerificationKind kind) {
+  switch (kind) {
+    case VerificationKind::kNoKind:
+      return "no kind";
+    case VerificationKind::kFlowchartTest:
+      return "flowchart";
+    case VerificationKind::kStatechartTest:
+      return "statechart";
+    case VerificationKind::kSdTest:
+      return "sd";
+    case VerificationKind::kCodeTest:
+      return "code";
+    case VerificationKind::kNoVerificationFile:
+      return "no file";
+    case VerificationKind::kUnsupportedChart:
+      return "unsupported chart";
+    case VerificationKind::kParallelSd:
+      return "parallel sd";
+  }
+  return "?";
+}
+
+// The thirteen fields, "|" between them, the list in [].
+std::string dumpRecord(const ChartRecord& r) {
   std::string outs;
   for (const std::string& t : r.outTransitions) outs += (outs.empty() ? "" : ",") + t;
   return r.guid + "|" + r.stateName + "|" + r.stateType + "|" + r.parentName + "|" + r.parentGuid +
@@ -22,7 +45,113 @@ std::string dump(const ChartRecord& r) {
          "|" + r.transitionTarget;
 }
 
-class VerificationFileTest : public ::testing::Test {
+// The kind; a "lines:" line with the quoted diagram lines when there are
+// any; a "chart:" line and a line per record when there is a chart.
+std::string dumpVerification(const Verification& v) {
+  std::string out(kindName(v.kind));
+  if (v.sequenceLines) {
+    out += "\nlines:";
+    for (const std::string& line : *v.sequenceLines) out += " " + test::inQuotes(line);
+  }
+  if (v.chart) {
+    out += "\nchart:";
+    for (const auto& r : v.chart->records) out += "\n  " + dumpRecord(*r);
+  }
+  return out;
+}
+
+std::string parsed(std::string_view text) {
+  LineReader lines(text);
+  return dumpVerification(parseVerificationFile(lines));
+}
+
+struct Case {
+  const char* name;
+  std::string text;
+  std::string dump;
+};
+
+const Case kCases[] = {
+    {"empty file", "", "no kind"},
+    {"code test only", "CODE_TEST\n", "code"},
+    {"the sd section keeps every later line, empty ones included",
+     "junk\nSD_TEST trailing\n1\n\nSTATE_NAME:\nCODE_TEST\nSD_TEST\n2",
+     "sd\nlines: \"1\" \"\" \"STATE_NAME:\" \"CODE_TEST\" \"SD_TEST\" \"2\""},
+    {"clean-up removes the first carriage return, leading blanks and tabs and all blanks",
+     "SD_TEST\r\n \t a b\tc\r\r\nx\ry\n\t\t\n  \n", "sd\nlines: \"ab\\tc\\r\" \"xy\" \"\" \"\""},
+    {"PAR_BEGIN before SD_TEST is ignored, after it gives parallel",
+     "PAR_BEGIN(1)\nSD_TEST\nA\nPAR_BEGIN(2)\nB\n", "parallel sd\nlines: \"A\""},
+    {"chart record fields follow the replace and append rules",
+     "STATECHART_TEST\n"
+     "STATE_NAME:\n"
+     "Idle state\n"
+     "STATE_TYPE:\nNormal\nSimple\n"
+     "PARENT_NAME:\nROOT\n"
+     "PARENT_GUID:\nROOT\n"
+     "GUID:\ng1\ng2\n"
+     "STATE_ACTION_ENTRY:\nZKR_ASSERT(a == 1);\nb();\n"
+     "STATE_ACTION_EXIT:\nx\ny\n"
+     "STATE_ACTION_INTERNAL:\ni\tj\nk\n"
+     "DEFAULT_TRANSITION:\nd1\nd2\n"
+     "OUT_TRANSITIONS:\nt1\nt2\n"
+     "----------\n"
+     "ignored\n"
+     "TRANSITION_NAME:\n"
+     "go\n"
+     "TRANSITION_ACTION:\np\nq\n"
+     "TRANSITION_TARGET:\ns1\ns2\n"
+     "GUID:\nt1\n",
+     "statechart\nchart:\n"
+     "  g2|Idlestate|Simple|ROOT|ROOT|ZKR_ASSERT(a==1);b();|xy|i\tjk|d2|[t1,t2]|||\n"
+     "  t1|||||||||[]|go|pq|s2"},
+    {"a key line loses its value and PARENT_GUID is not GUID",
+     "FLOWCHART_TEST\nSTATE_NAME: Idle\nBusy\nPARENT_GUID: p\npg\nGUID:\ng\n",
+     "flowchart\nchart:\n  g|Busy|||pg|||||[]|||"},
+    {"each STATE_NAME value line creates a record", "FLOWCHART_TEST\nSTATE_NAME:\nA\nB\nGUID:\ng\n",
+     "flowchart\nchart:\n  |A||||||||[]|||\n  g|B||||||||[]|||"},
+    {"values without a chart are ignored", "GUID:\ng0\nSTATE_NAME:\nA\nSTATE_TYPE:\nDiagram\n",
+     "no kind"},
+    {"a GUID value before any record of a chart is ignored",
+     "FLOWCHART_TEST\nGUID:\ng0\nSTATE_NAME:\nA\n", "flowchart\nchart:\n  |A||||||||[]|||"},
+    {"Diagram is unsupported", "STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nDiagram\nGUID:\ng\n",
+     "unsupported chart\nchart:\n  |A|Diagram|||||||[]|||"},
+    {"And is unsupported", "STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nAnd\nGUID:\ng\n",
+     "unsupported chart\nchart:\n  |A|And|||||||[]|||"},
+    {"History is unsupported", "STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nHistory\nGUID:\ng\n",
+     "unsupported chart\nchart:\n  |A|History|||||||[]|||"},
+    {"Stub is unsupported", "STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nStub\nGUID:\ng\n",
+     "unsupported chart\nchart:\n  |A|Stub|||||||[]|||"},
+    {"HistoryDeep is unsupported",
+     "STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nHistoryDeep\nGUID:\ng\n",
+     "unsupported chart\nchart:\n  |A|HistoryDeep|||||||[]|||"},
+    {"an unsupported type as the last line", "STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nAnd\n",
+     "unsupported chart\nchart:\n  |A|And|||||||[]|||"},
+    {"Or is supported", "STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nOr\n",
+     "statechart\nchart:\n  |A|Or|||||||[]|||"},
+    {"a sub-statechart ends the reading",
+     "STATECHART_TEST\nSTATE_NAME:\nA\nSUB_STATECHART x\nSTATE_NAME:\nB\n",
+     "unsupported chart\nchart:\n  |A||||||||[]|||"},
+    // The values went to the record of the dropped list; the new one is empty.
+    {"a second chart line starts a new list but keeps the current record",
+     "FLOWCHART_TEST\nSTATE_NAME:\nA\nSTATECHART_TEST\nGUID:\ng\nOUT_TRANSITIONS:\nt\n",
+     "statechart\nchart:"},
+    {"a second chart line of the other kind",
+     "STATECHART_TEST\nSTATE_NAME:\nA\nFLOWCHART_TEST\nSTATE_NAME:\nB\nGUID:\ng\n",
+     "flowchart\nchart:\n  g|B||||||||[]|||"},
+    // The section is still STATE_NAME, so B makes a second record.
+    {"kind lines after a chart change only the kind",
+     "FLOWCHART_TEST\nSTATE_NAME:\nA\nCODE_TEST\nB\n",
+     "code\nchart:\n  |A||||||||[]|||\n  |B||||||||[]|||"},
+    {"an empty chart", "FLOWCHART_TEST\n", "flowchart\nchart:"},
+};
+
+TEST(VerificationFile, ParsedText) {
+  for (const Case& c : kCases) EXPECT_EQ(parsed(c.text), c.dump) << c.name;
+}
+
+// The loader: the test case's file in the output directory, filed in the
+// run tables.
+class VerificationFileLoaderTest : public ::testing::Test {
  protected:
   void SetUp() override {
     resetRun();
@@ -36,41 +165,57 @@ class VerificationFileTest : public ::testing::Test {
     dir_.write("CaseOne.ver", content);
     return readVerificationFile(1);
   }
-  std::vector<std::string> lines() const {
-    const auto& entry = run().sequenceLines[1];
-    return entry ? *entry : std::vector<std::string>{"<none>"};
-  }
-  std::vector<std::string> records() const {
-    std::vector<std::string> result;
-    const auto& chart = run().chartSteps[1];
-    if (!chart) return {"<none>"};
-    for (const auto& r : chart->records) result.push_back(dump(*r));
-    return result;
+  // What the tables hold for test case 1, dumped as a parsed file is.
+  static std::string tables() {
+    Verification held;
+    held.kind = VerificationKind::kNoKind;
+    const auto lines = run().sequenceLines.find(1);
+    if (lines != run().sequenceLines.end() && lines->second)
+      held.sequenceLines = std::make_unique<SequenceLines>(*lines->second);
+    const auto chart = run().chartSteps.find(1);
+    if (chart != run().chartSteps.end() && chart->second) {
+      held.chart = std::make_unique<ChartList>();
+      for (const auto& r : chart->second->records)
+        held.chart->add(std::make_unique<ChartRecord>(*r));
+    }
+    return dumpVerification(held);
   }
 
   test::TempDir dir_;
   std::string out_;
 };
 
-using Lines = std::vector<std::string>;
+TEST_F(VerificationFileLoaderTest, FilesLinesAndChartInTheRunTables) {
+  EXPECT_EQ(read("SD_TEST\nA\n"), VerificationKind::kSdTest);
+  EXPECT_EQ(tables(), "no kind\nlines: \"A\"");
+  EXPECT_EQ(read("FLOWCHART_TEST\nSTATE_NAME:\nS\n"), VerificationKind::kFlowchartTest);
+  EXPECT_EQ(tables(), "no kind\nlines: \"A\"\nchart:\n  |S||||||||[]|||");
+}
 
-TEST_F(VerificationFileTest, MissingFileGivesMinusOneAndStoresNothing) {
+TEST_F(VerificationFileLoaderTest, MissingFileGivesMinusOneAndStoresNothing) {
   EXPECT_EQ(readVerificationFile(1), VerificationKind::kNoVerificationFile);
+  EXPECT_EQ(static_cast<int>(VerificationKind::kNoVerificationFile), -1);
   EXPECT_EQ(run().sequenceLines.count(1), 0u);
   EXPECT_EQ(run().chartSteps.count(1), 0u);
 }
 
-TEST_F(VerificationFileTest, EmptyReadableFileGivesZero) {
+TEST_F(VerificationFileLoaderTest, EmptyReadableFileGivesZero) {
   EXPECT_EQ(read(""), VerificationKind::kNoKind);
 }
 
-TEST_F(VerificationFileTest, CodeTestOnlyGivesFourAndStoresNothing) {
+TEST_F(VerificationFileLoaderTest, CodeTestOnlyGivesFourAndStoresNothing) {
   EXPECT_EQ(read("CODE_TEST\n"), VerificationKind::kCodeTest);
+  EXPECT_EQ(static_cast<int>(VerificationKind::kCodeTest), 4);
   EXPECT_EQ(run().sequenceLines.count(1), 0u);
   EXPECT_EQ(run().chartSteps.count(1), 0u);
 }
 
-TEST_F(VerificationFileTest, FileNameComesFromOutDirectoryAndBaseNameThroughNormaliser) {
+TEST_F(VerificationFileLoaderTest, ValuesWithoutChartStoreNoChart) {
+  EXPECT_EQ(read("GUID:\ng0\nSTATE_NAME:\nA\nSTATE_TYPE:\nDiagram\n"), VerificationKind::kNoKind);
+  EXPECT_EQ(run().chartSteps.count(1), 0u);
+}
+
+TEST_F(VerificationFileLoaderTest, FileNameComesFromOutDirectoryAndBaseNameThroughNormaliser) {
   // The directory is written with a backslash and quotes; both are normalised.
   dir_.write("sub/CaseOne.ver", "CODE_TEST\n");
   std::string quoted = "\"" + out_ + "\\sub\"";
@@ -78,120 +223,20 @@ TEST_F(VerificationFileTest, FileNameComesFromOutDirectoryAndBaseNameThroughNorm
   EXPECT_EQ(readVerificationFile(1), VerificationKind::kCodeTest);
 }
 
-TEST_F(VerificationFileTest, UnknownTestCaseNumberReadsDotVerAndInsertsAnEmptyName) {
+TEST_F(VerificationFileLoaderTest, UnknownTestCaseNumberReadsDotVerAndInsertsAnEmptyName) {
   dir_.write(".ver", "STATECHART_TEST\n");
   EXPECT_EQ(readVerificationFile(7), VerificationKind::kStatechartTest);
   ASSERT_EQ(run().testCaseNames.count(7), 1u);
   EXPECT_EQ(run().testCaseNames[7], "");
 }
 
-TEST_F(VerificationFileTest, SdSectionKeepsEveryLaterLineEmptyOnesIncluded) {
-  EXPECT_EQ(read("junk\nSD_TEST trailing\n1\n\nSTATE_NAME:\nCODE_TEST\nSD_TEST\n2"),
-            VerificationKind::kSdTest);
-  EXPECT_EQ(lines(), (Lines{"1", "", "STATE_NAME:", "CODE_TEST", "SD_TEST", "2"}));
-  EXPECT_EQ(run().sequenceLines[1]->size(), 6u);
-}
-
-TEST_F(VerificationFileTest, LineCleanUpRemovesFirstCarriageReturnLeadingBlanksTabsAndAllBlanks) {
-  EXPECT_EQ(read("SD_TEST\r\n \t a b\tc\r\r\nx\ry\n\t\t\n  \n"), VerificationKind::kSdTest);
-  EXPECT_EQ(lines(), (Lines{"ab\tc\r", "xy", "", ""}));
-}
-
-TEST_F(VerificationFileTest, ParBeginBeforeSdTestIsIgnoredAfterItGivesMinusTen) {
-  EXPECT_EQ(read("PAR_BEGIN(1)\nSD_TEST\nA\nPAR_BEGIN(2)\nB\n"), VerificationKind::kParallelSd);
-  EXPECT_EQ(lines(), (Lines{"A"}));
-}
-
-TEST_F(VerificationFileTest, ChartRecordFieldsFollowReplaceAndAppendRules) {
-  const char* text =
-      "STATECHART_TEST\n"
-      "STATE_NAME:\n"
-      "Idle state\n"
-      "STATE_TYPE:\nNormal\nSimple\n"
-      "PARENT_NAME:\nROOT\n"
-      "PARENT_GUID:\nROOT\n"
-      "GUID:\ng1\ng2\n"
-      "STATE_ACTION_ENTRY:\nZKR_ASSERT(a == 1);\nb();\n"
-      "STATE_ACTION_EXIT:\nx\ny\n"
-      "STATE_ACTION_INTERNAL:\ni\tj\nk\n"
-      "DEFAULT_TRANSITION:\nd1\nd2\n"
-      "OUT_TRANSITIONS:\nt1\nt2\n"
-      "----------\n"
-      "ignored\n"
-      "TRANSITION_NAME:\n"
-      "go\n"
-      "TRANSITION_ACTION:\np\nq\n"
-      "TRANSITION_TARGET:\ns1\ns2\n"
-      "GUID:\nt1\n";
-  EXPECT_EQ(read(text), VerificationKind::kStatechartTest);
-  EXPECT_EQ(records(),
-            (Lines{"g2|Idlestate|Simple|ROOT|ROOT|ZKR_ASSERT(a==1);b();|xy|i\tjk|d2|[t1,t2]|||",
-                   "t1|||||||||[]|go|pq|s2"}));
-}
-
-TEST_F(VerificationFileTest, KeyLineLosesItsValueAndParentGuidIsNotGuid) {
-  EXPECT_EQ(read("FLOWCHART_TEST\nSTATE_NAME: Idle\nBusy\nPARENT_GUID: p\npg\nGUID:\ng\n"),
-            VerificationKind::kFlowchartTest);
-  EXPECT_EQ(records(), (Lines{"g|Busy|||pg|||||[]|||"}));
-}
-
-TEST_F(VerificationFileTest, EachStateNameValueLineCreatesARecord) {
-  EXPECT_EQ(read("FLOWCHART_TEST\nSTATE_NAME:\nA\nB\nGUID:\ng\n"),
-            VerificationKind::kFlowchartTest);
-  EXPECT_EQ(records(), (Lines{"|A||||||||[]|||", "g|B||||||||[]|||"}));
-}
-
-TEST_F(VerificationFileTest, ValuesWithoutChartListOrRecordAreIgnored) {
-  EXPECT_EQ(read("GUID:\ng0\nSTATE_NAME:\nA\nSTATE_TYPE:\nDiagram\n"), VerificationKind::kNoKind);
-  EXPECT_EQ(run().chartSteps.count(1), 0u);
-  // A GUID value before any record of an existing list.
-  EXPECT_EQ(read("FLOWCHART_TEST\nGUID:\ng0\nSTATE_NAME:\nA\n"), VerificationKind::kFlowchartTest);
-  EXPECT_EQ(records(), (Lines{"|A||||||||[]|||"}));
-}
-
-TEST_F(VerificationFileTest, UnsupportedStateTypesEndWithMinusTwoKeepingWhatWasRead) {
-  for (const char* type : {"Diagram", "And", "History", "Stub", "HistoryDeep"}) {
-    std::string text =
-        "STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\n" + std::string(type) + "\nGUID:\ng\n";
-    EXPECT_EQ(read(text), VerificationKind::kUnsupportedChart) << type;
-    EXPECT_EQ(records(), (Lines{"|A|" + std::string(type) + "|||||||[]|||"})) << type;
-  }
-  EXPECT_EQ(read("STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nAnd\n"),
-            VerificationKind::kUnsupportedChart);
-  EXPECT_EQ(read("STATECHART_TEST\nSTATE_NAME:\nA\nSTATE_TYPE:\nOr\n"),
-            VerificationKind::kStatechartTest);
-}
-
-TEST_F(VerificationFileTest, SubStatechartEndsWithMinusTwo) {
-  EXPECT_EQ(read("STATECHART_TEST\nSTATE_NAME:\nA\nSUB_STATECHART x\nSTATE_NAME:\nB\n"),
-            VerificationKind::kUnsupportedChart);
-  EXPECT_EQ(records(), (Lines{"|A||||||||[]|||"}));
-}
-
-TEST_F(VerificationFileTest, SecondChartLineStartsNewListButKeepsCurrentRecord) {
-  EXPECT_EQ(
-      read("FLOWCHART_TEST\nSTATE_NAME:\nA\nSTATECHART_TEST\nGUID:\ng\nOUT_TRANSITIONS:\nt\n"),
-      VerificationKind::kStatechartTest);
-  // The values went to the record of the dropped list; the new one is empty.
-  EXPECT_EQ(records(), Lines{});
-  EXPECT_EQ(read("STATECHART_TEST\nSTATE_NAME:\nA\nFLOWCHART_TEST\nSTATE_NAME:\nB\nGUID:\ng\n"),
-            VerificationKind::kFlowchartTest);
-  EXPECT_EQ(records(), (Lines{"g|B||||||||[]|||"}));
-}
-
-TEST_F(VerificationFileTest, KindLinesAfterAChartChangeOnlyTheKind) {
-  EXPECT_EQ(read("FLOWCHART_TEST\nSTATE_NAME:\nA\nCODE_TEST\nB\n"), VerificationKind::kCodeTest);
-  // The section is still STATE_NAME, so B makes a second record.
-  EXPECT_EQ(records(), (Lines{"|A||||||||[]|||", "|B||||||||[]|||"}));
-}
-
-TEST_F(VerificationFileTest, SecondReadReplacesTheStoredLists) {
+TEST_F(VerificationFileLoaderTest, SecondReadReplacesTheStoredLists) {
   EXPECT_EQ(read("SD_TEST\nA\n"), VerificationKind::kSdTest);
   EXPECT_EQ(read("SD_TEST\nB\nC\n"), VerificationKind::kSdTest);
-  EXPECT_EQ(lines(), (Lines{"B", "C"}));
+  EXPECT_EQ(tables(), "no kind\nlines: \"B\" \"C\"");
   EXPECT_EQ(read("FLOWCHART_TEST\nSTATE_NAME:\nA\n"), VerificationKind::kFlowchartTest);
   EXPECT_EQ(read("FLOWCHART_TEST\n"), VerificationKind::kFlowchartTest);
-  EXPECT_EQ(records(), Lines{});
+  EXPECT_EQ(tables(), "no kind\nlines: \"B\" \"C\"\nchart:");
 }
 
 }  // namespace
