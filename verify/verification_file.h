@@ -36,9 +36,10 @@ struct Verification {
 Verification parseVerificationFile(LineReader& lines);
 
 // Reads "<outDirectory>\<base name>.ver" of the test case, files its sequence
-// lines and chart in `run().sequenceLines` and `run().chartSteps` (replacing
-// what they held for it) and returns its kind: kNoVerificationFile when the
-// file cannot be opened.
+// lines in `run().sequenceLines` and its chart in `run().chartSteps`, each
+// only when the file holds one (replacing what the table held for the test
+// case; an entry the file does not fill stays as it was), and returns its
+// kind: kNoVerificationFile when the file cannot be opened.
 VerificationKind readVerificationFile(int32_t testCase);
 
 }  // namespace qendor
