@@ -5,7 +5,9 @@
 # file, a context without members and a run without its result file. Every
 # XML file written is validated with xmllint; so are the expected documents
 # kept beside the scenarios. Then it checks that the schema refuses documents
-# that qendor never writes.
+# that qendor never writes. Last, the JUnit export of every document and of a
+# generated context of 400 test cases must pass tests/junit.xsd, the JUnit
+# schema of strict CI servers, which must refuse what they refuse.
 #
 # Usage: sh tests/schema_test.sh SOURCE_DIR QENDOR_BINARY
 
@@ -114,6 +116,46 @@ refuse "unknown arbiter kind" 's/arbiterAssert="internal"/arbiterAssert="inside"
 refuse "missing verification result" '0,/ verificationResult="[^"]*"/s/ verificationResult="[^"]*"//'
 refuse "unknown element" 's/<ConfigurationInfo /<ConfigInfo /'
 refuse "assertion status" '0,/<AssertionInfo name="[^"]*" status="PASSED"/s/\(<AssertionInfo name="[^"]*" status="\)PASSED"/\1OK"/'
+
+# The JUnit export, of every document and of a large generated context.
+junit_schema=$src/tests/junit.xsd
+junit_sheet=$src/stylesheets/TestResult2JUnit.xslt
+sh "$src/tests/generate_context.sh" 9600 400 >"$work/generated.xml"
+exported=0
+for document in $documents "$work/generated.xml"; do
+  if ! xsltproc -o "$work/junit.xml" "$junit_sheet" "$document" 2>"$work/err"; then
+    fail "JUnit export of $document failed:"
+    cat "$work/err"
+  elif ! xmllint --noout --schema "$junit_schema" "$work/junit.xml" 2>"$work/err"; then
+    fail "JUnit export of $document does not validate:"
+    cat "$work/err"
+  else
+    exported=$((exported + 1))
+  fi
+done
+echo "$exported JUnit exports validated"
+xsltproc -o "$work/junit.xml" "$junit_sheet" "$work/generated.xml"
+tests=$(xmllint --xpath 'string(/testsuites/testsuite/@tests)' "$work/junit.xml")
+[ "$tests" = 400 ] || fail "generated context: $tests tests in the JUnit export, not 400"
+stamp=$(xmllint --xpath 'string(/testsuites/testsuite/@timestamp)' "$work/junit.xml")
+[ "$stamp" = 2025-11-22T10:15:42 ] || fail "generated context: timestamp '$stamp'"
+
+# The JUnit schema refuses what strict servers refuse.
+xsltproc -o "$work/junit.xml" "$junit_sheet" "$sample"
+junit_refuse() {
+  what=$1 expression=$2
+  sed "$expression" "$work/junit.xml" >"$work/bad.xml"
+  if cmp -s "$work/junit.xml" "$work/bad.xml"; then
+    fail "JUnit, $what: the edit changed nothing"
+  elif xmllint --noout --schema "$junit_schema" "$work/bad.xml" 2>/dev/null; then
+    fail "JUnit, $what: the schema accepted it"
+  fi
+}
+junit_refuse "assertions on testsuite" 's/<testsuite name="\([^"]*\)"/<testsuite name="\1" assertions="7"/'
+junit_refuse "assertions on testcase" '0,/<testcase name="\([^"]*\)"/s//<testcase name="\1" assertions="1"/'
+junit_refuse "timestamp not in ISO 8601" 's/timestamp="[^"]*"/timestamp="Sat Nov 22 10:15:42 2025"/'
+junit_refuse "time not in seconds" '0,/<testcase name="\([^"]*\)"/s//<testcase name="\1" time="1 s"/'
+junit_refuse "unknown child" '0,/<system-out>/s//<stdout\/><system-out>/'
 
 if [ "$failures" -ne 0 ]; then
   echo "$failures failure(s)"

@@ -274,7 +274,13 @@ if command -v xmllint >/dev/null 2>&1; then
   is "JUnit/context: tests" 9 "$(jx $c 'string(/testsuites/@tests)')"
   is "JUnit/context: failures" 1 "$(jx $c 'string(/testsuites/testsuite/@failures)')"
   is "JUnit/context: errors" 4 "$(jx $c 'string(/testsuites/testsuite/@errors)')"
-  is "JUnit/context: assertions" 7 "$(jx $c 'string(/testsuites/@assertions)')"
+  is "JUnit/context: assertions" 7 "$(jx $c 'string(/testsuites/testsuite/properties/property[@name="assertions"]/@value)')"
+  is "JUnit/context: assertions of a test case" 1 \
+    "$(jx $c 'string(//testcase[@name="ReturnItem"]/properties/property[@name="assertions"]/@value)')"
+  is "JUnit/context: no assertions attribute" 0 "$(jx $c 'count(//@assertions)')"
+  is "JUnit/context: timestamp" 2025-11-22T10:15:42 "$(jx $c 'string(/testsuites/testsuite/@timestamp)')"
+  is "JUnit/context: counts kept" '9 1 4 0' \
+    "$(jx $c 'concat(//testsuite/@tests, " ", //testsuite/@failures, " ", //testsuite/@errors, " ", //testsuite/@skipped)')"
   is "JUnit/context: suite name" Shop.Checkout "$(jx $c 'string(/testsuites/testsuite/@name)')"
   is "JUnit/context: host" build-07 "$(jx $c 'string(/testsuites/testsuite/@hostname)')"
   is "JUnit/context: context status" FAILED "$(jx $c 'string(//property[@name="contextStatus"]/@value)')"
@@ -290,6 +296,15 @@ if command -v xmllint >/dev/null 2>&1; then
   is "JUnit/context: UNDEFINED is an error" UNDEFINED "$(jx $c 'string(//testcase[@name="Odd"]/error/@type)')"
   is "JUnit/context: test cases in order" 'PlaceOrder PayTwice ReturnItem Stalls Missing Chart Parallel Total Odd' \
     "$(jx $c '//testcase/@name' | sed 's/^ *name="\([^"]*\)"$/\1/' | tr '\n' ' ' | sed 's/ $//')"
+  # The header's time as the C library pads a one-digit day, and in the
+  # words of another locale, which gives no timestamp rather than a wrong one.
+  sed 's/time="[^"]*"/time="Sun Nov  2 07:05:09 2025"/' "$samples/context.xml" >"$work/early.xml"
+  xsltproc -o "$work/early.junit.xml" "$junit" "$work/early.xml"
+  is "JUnit/one-digit day: timestamp" 2025-11-02T07:05:09 "$(jx early 'string(//testsuite/@timestamp)')"
+  sed 's/time="[^"]*"/time="2025年11月22日 10時15分42秒"/' "$samples/context.xml" >"$work/local.xml"
+  xsltproc -o "$work/local.junit.xml" "$junit" "$work/local.xml"
+  is "JUnit/other locale: no timestamp" 0 "$(jx local 'count(//testsuite/@timestamp)')"
+  is "JUnit/other locale: hostname still there" build-07 "$(jx local 'string(//testsuite/@hostname)')"
   c=testcase_code
   is "JUnit/testcase: suite is the context" Shop.Checkout "$(jx $c 'string(/testsuites/testsuite/@name)')"
   is "JUnit/testcase: one test" 1 "$(jx $c 'string(/testsuites/@tests)')"
