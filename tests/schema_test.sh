@@ -19,7 +19,11 @@ fi
 src=$(cd "$1" && pwd) || exit 2
 qendor=$(cd "$(dirname "$2")" && pwd)/$(basename "$2") || exit 2
 schema=$src/schema/TestResult.xsd
-command -v xmllint >/dev/null 2>&1 || { echo "xmllint is missing (Debian package libxml2-utils)"; exit 2; }
+# 77: skipped, as CTest is told; `make build` does not install xmllint.
+command -v xmllint >/dev/null 2>&1 || {
+  echo "schema test skipped: xmllint is missing (Debian package libxml2-utils; make test installs it)"
+  exit 77
+}
 [ -x "$qendor" ] || { echo "$qendor is not an executable"; exit 2; }
 
 work=$(mktemp -d) || exit 2
