@@ -892,6 +892,14 @@
        so that a screen reader steps from test case to test case. -->
   <xsl:template match="TestCaseResult">
     <xsl:param name="open" select="false()"/>
+    <!-- h3 below the context's "Test cases", h2 as the heading of a test
+         case report. -->
+    <xsl:variable name="heading">
+      <xsl:choose>
+        <xsl:when test="$open">h2</xsl:when>
+        <xsl:otherwise>h3</xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
     <xsl:variable name="status" select="string(@status)"/>
     <xsl:variable name="key"><xsl:call-template name="status-key"><xsl:with-param name="s" select="$status"/></xsl:call-template></xsl:variable>
     <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
@@ -906,7 +914,7 @@
       <summary>
         <xsl:call-template name="badge"><xsl:with-param name="s" select="$status"/></xsl:call-template>
         <xsl:text> </xsl:text>
-        <h3 class="name"><xsl:value-of select="@name"/></h3>
+        <xsl:element name="{$heading}"><xsl:attribute name="class">name</xsl:attribute><xsl:value-of select="@name"/></xsl:element>
         <xsl:text> </xsl:text>
         <span class="facts">
           <xsl:call-template name="case-facts"/>
@@ -998,8 +1006,11 @@
 
   <!-- Coverage of the sequence diagram: steps reached of all steps, drawn as
        a meter with its numbers beside it. -->
+  <!-- Its container takes the keyboard focus, so that it scrolls from the
+       keyboard too when it is wider than the screen. -->
   <xsl:template match="SDSummaryInfo">
-    <div class="scroll">
+    <div class="scroll" tabindex="0" role="group">
+      <xsl:attribute name="aria-label"><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.coverage'"/></xsl:call-template></xsl:attribute>
     <table class="grid coverage">
       <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.coverage'"/></xsl:call-template></caption>
       <thead>
@@ -1227,6 +1238,7 @@ caption{text-align:left;font-weight:700;padding:0 0 6px;}
 .card caption{padding:8px 10px 4px;}
 .card th,.card td{text-align:left;padding:3px 10px;vertical-align:top;}
 .card th{color:var(--muted);font-weight:600;white-space:nowrap;}
+.card td{overflow-wrap:anywhere;}
 .card .badge{color:inherit;}
 .grid{width:100%;background:var(--card);border:1px solid var(--line);}
 .grid caption{padding:8px 0 6px;}

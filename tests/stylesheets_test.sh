@@ -233,7 +233,7 @@ for code in $langs; do
         check "$what: versions" has "$html" '7.5, build 1234'
         check "$what: exit status 0" has "$html" '<b id="exit">0</b>'
         check "$what: the one test case open" has "$html" '<details id="tc-PlaceOrder" data-status="PASSED" class="case st-pass" open="open">'
-        check "$what: test case name a heading" has "$html" '<h3 class="name">PlaceOrder</h3>'
+        check "$what: test case name a heading" has "$html" '<h2 class="name">PlaceOrder</h2>'
         check "$what: assertion anchor" has "$html" '<tr ID="tc-PlaceOrder-a1"><th><a href="#tc-PlaceOrder-a1">1</a></th>'
         ;;
       testcase_code)
@@ -253,6 +253,7 @@ for code in $langs; do
       context)
         check "$what: problem links a test case" has "$html" '<a href="#tc-Odd">Odd</a>'
         check "$what: anchor of a test case" has "$html" 'id="tc-Stalls"'
+        check "$what: test case names are headings below the section's" has "$html" '<h3 class="name">Stalls</h3>'
         check "$what: unknown verdict kept" has "$html" 'Some future verdict'
         check "$what: non-ASCII value kept" has "$html" 'Gesamtpreis für 3 Artikel – 合计'
         check "$what: status bar" has "$html" '<svg class="bar" viewBox="0 0 9 1"'
