@@ -342,6 +342,34 @@ async function narrow(context, L, out, shots) {
   await page.close();
 }
 
+// A generated context of 400 test cases, most of them laid out only when they
+// come near the view: jumps far down the page land where they point and stay
+// there, measured once right after the jump.
+function makeLargeReport() {
+  const out = path.join(outputDir, 'reports', 'large');
+  fs.rmSync(out, {recursive: true, force: true});
+  fs.mkdirSync(out, {recursive: true});
+  const xml = spawnSync('sh', [path.join(sourceDir, 'tests', 'generate_context.sh'), '9600', '400'],
+                        {encoding: 'utf8', maxBuffer: 64 << 20});
+  if (xml.status !== 0) die('generate_context.sh failed: ' + xml.stderr);
+  fs.writeFileSync(path.join(out, 'Big.xml'), xml.stdout);
+  const run = spawnSync('xsltproc', ['-o', path.join(out, 'Big.html'), path.join(sourceDir, 'stylesheets', 'TestResult2ENU.xslt'),
+                                     path.join(out, 'Big.xml')], {encoding: 'utf8'});
+  if (run.status !== 0) die('xsltproc failed on the large context: ' + run.stderr);
+  return path.join(out, 'Big.html');
+}
+
+async function largeJumps(context, file, what) {
+  const page = await context.newPage();
+  await page.goto(fileUrl(file));
+  for (const id of ['tc-Case193', 'tc-Case3', 'tc-Case393', 'tc-Case203-a12', 'tc-Case107']) {
+    await page.click('table.problems a[href="#' + id.replace(/-a\d+$/, '') + '"]');
+    if (id.includes('-a')) await page.evaluate((h) => { location.hash = h; }, id);
+    landsBelowBar(what + ': jump to ' + id, await landing(page, '#' + id));
+  }
+  await page.close();
+}
+
 async function withoutScripts(context, L, out) {
   const page = await context.newPage();
   await page.goto(fileUrl(path.join(out, 'Checkout.html')));
@@ -379,8 +407,11 @@ async function withoutScripts(context, L, out) {
       await page.close();
     }
   });
+  const large = makeLargeReport();
+  await withContext({}, (context) => largeJumps(context, large, 'large context'));
   await withContext({javaScriptEnabled: false}, async (context) => {
     for (let i = 0; i !== LANGUAGES.length; i++) await withoutScripts(context, LANGUAGES[i], reports[i]);
+    await largeJumps(context, large, 'large context (no script)');
   });
   console.log(passed + ' passed, ' + failed + ' failed; screenshots in ' + shots);
   process.exit(failed === 0 ? 0 : 1);
