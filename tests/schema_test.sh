@@ -104,15 +104,18 @@ echo "$count result documents validated"
 # The schema must refuse what qendor never writes.
 sample=$work/examples/out/Checkout.xml
 [ -f "$sample" ] || { echo "FAIL: $sample was not written"; exit 1; }
-refuse() {
-  what=$1 expression=$2
-  sed "$expression" "$sample" >"$work/bad.xml"
-  if cmp -s "$sample" "$work/bad.xml"; then
+# refuse_edit DOCUMENT SCHEMA WHAT SED-EXPRESSION: the edited document must
+# differ and fail the schema.
+refuse_edit() {
+  document=$1 against=$2 what=$3 expression=$4
+  sed "$expression" "$document" >"$work/bad.xml"
+  if cmp -s "$document" "$work/bad.xml"; then
     fail "$what: the edit changed nothing"
-  elif xmllint --noout --schema "$schema" "$work/bad.xml" 2>/dev/null; then
+  elif xmllint --noout --schema "$against" "$work/bad.xml" 2>/dev/null; then
     fail "$what: the schema accepted it"
   fi
 }
+refuse() { refuse_edit "$sample" "$schema" "$@"; }
 refuse "status NOT_TERMINATED" 's/status="ERROR"/status="NOT_TERMINATED"/'
 refuse "unknown kind" 's/kind="rk_testcontext"/kind="rk_other"/'
 refuse "unknown test type" 's/testType="tt_Code"/testType="tt_Chart"/'
@@ -146,15 +149,8 @@ stamp=$(xmllint --xpath 'string(/testsuites/testsuite/@timestamp)' "$work/junit.
 
 # The JUnit schema refuses what strict servers refuse.
 xsltproc -o "$work/junit.xml" "$junit_sheet" "$sample"
-junit_refuse() {
-  what=$1 expression=$2
-  sed "$expression" "$work/junit.xml" >"$work/bad.xml"
-  if cmp -s "$work/junit.xml" "$work/bad.xml"; then
-    fail "JUnit, $what: the edit changed nothing"
-  elif xmllint --noout --schema "$junit_schema" "$work/bad.xml" 2>/dev/null; then
-    fail "JUnit, $what: the schema accepted it"
-  fi
-}
+cp "$work/junit.xml" "$work/junit-sample.xml"
+junit_refuse() { refuse_edit "$work/junit-sample.xml" "$junit_schema" "JUnit, $1" "$2"; }
 junit_refuse "assertions on testsuite" 's/<testsuite name="\([^"]*\)"/<testsuite name="\1" assertions="7"/'
 junit_refuse "assertions on testcase" '0,/<testcase name="\([^"]*\)"/s//<testcase name="\1" assertions="1"/'
 junit_refuse "timestamp not in ISO 8601" 's/timestamp="[^"]*"/timestamp="Sat Nov 22 10:15:42 2025"/'

@@ -200,6 +200,19 @@ async function scripted(context, L, out, shots) {
         (await page.textContent('#tc-PayWithCoupon summary')).includes(L.mpNotFollowed));
   check(L.code + ': assertions named apart',
         (await page.textContent('#tc-ApplyVoucher summary')).includes(L.assertionsFailed));
+  if (L.lang !== 'en') {
+    // No English punctuation inside a translated sentence, and captions that
+    // keep their words whole (the counts' caption is one word in Chinese and
+    // Japanese).
+    const summaries = await page.$$eval('details.case > summary', (all) => all.map((x) => x.textContent).join('|'));
+    check(L.code + ': no English comma in the summaries', !/\S, \S/.test(summaries) || L.code === 'KOR', summaries);
+    const caption = await page.$eval('table.counts caption', (c) => {
+      const range = document.createRange();
+      range.selectNodeContents(c);
+      return range.getClientRects().length;
+    });
+    equal(L.code + ': counts caption on one line', 1, caption);
+  }
   equal(L.code + ': test case names are headings', 9, await page.$$eval('details.case > summary .name', (h) => h.length));
   const counts = await page.$$eval('td[data-count]', (tds) => tds.map((t) => t.getAttribute('data-count') + '=' + t.textContent));
   equal(L.code + ': counts', ['PASSED=5', 'FAILED=1', 'ERROR=3', 'UNDEFINED=0'], counts);
