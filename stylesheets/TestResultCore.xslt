@@ -154,12 +154,14 @@
   </xsl:template>
 
   <!-- A path that breaks only after its separators ("/" or "\"), never
-       inside a name. -->
+       inside a name. One of up to 20 characters fits any column whole and is
+       written as it stands, which spares the rows of a large report the
+       recursion. -->
   <xsl:template name="path">
     <xsl:param name="p"/>
     <xsl:variable name="slashed" select="translate($p, '\', '/')"/>
     <xsl:choose>
-      <xsl:when test="contains($slashed, '/')">
+      <xsl:when test="string-length($p) &gt; 20 and contains($slashed, '/')">
         <xsl:variable name="cut" select="string-length(substring-before($slashed, '/')) + 1"/>
         <xsl:value-of select="substring($p, 1, $cut)"/>
         <wbr/>
