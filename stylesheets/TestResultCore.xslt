@@ -760,7 +760,7 @@
       <xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="$s"/></xsl:call-template>
       <xsl:text> </xsl:text>
       <xsl:value-of select="$n"/>
-      <xsl:text>; </xsl:text>
+      <xsl:call-template name="t"><xsl:with-param name="k" select="'sep'"/></xsl:call-template>
     </xsl:if>
   </xsl:template>
 
@@ -1273,8 +1273,8 @@ td.s{color:var(--c);font-weight:600;white-space:nowrap;}
 .asserts tr.st-error td:nth-child(2)::before{content:"!\a0";content:"!\a0"/"";}
 .asserts tr.st-other td:nth-child(2)::before{content:"?\a0";content:"?\a0"/"";}
 .asserts.sd td:nth-child(3),.asserts.sd td:nth-child(n+5):not(:nth-child(6)),.asserts.code td:nth-child(n+3){font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.86em;overflow-wrap:anywhere;}
+.asserts.sd td:nth-child(n+5):nth-child(8),.asserts.code td:nth-child(n+3):nth-child(4){overflow-wrap:normal;}
 .asserts.sd td:nth-child(7){min-width:10em;}
-.asserts.sd td:nth-child(8),.asserts.code td:nth-child(4){overflow-wrap:normal;}
 .asserts td:last-child{white-space:nowrap;overflow-wrap:normal;}
 svg.bar{display:block;width:100%;height:18px;margin:12px 0 0;border-radius:4px;background:var(--soft);}
 svg.bar rect{fill:var(--bar);stroke:var(--card);stroke-width:2px;vector-effect:non-scaling-stroke;}

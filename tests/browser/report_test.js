@@ -232,6 +232,15 @@ async function scripted(context, L, out, shots) {
         await page.$$eval('#tc-ApplyVoucher table.asserts tbody td:nth-child(2)', (tds) => tds.map((td) => td.textContent)));
   equal(L.code + ': in and out numbers only', ['', '1 / 2', '3 / 4', '5 / 6'],
         await page.$$eval('#tc-ApplyVoucher table.asserts tbody td:nth-child(5)', (tds) => tds.map((td) => td.textContent)));
+  // A directory breaks only after a separator, never inside a name.
+  equal(L.code + ': directory names kept whole', [1, 1, 1, 1],
+        await page.$$eval('#tc-ApplyVoucher table.asserts tbody td:nth-child(8)', (tds) => tds.map((td) => {
+          const text = td.firstChild;
+          const range = document.createRange();
+          range.setStart(text, text.data.lastIndexOf('/') + 1);
+          range.setEnd(text, text.data.length);
+          return range.getClientRects().length;
+        })));
   equal(L.code + ': GUID without its prefix', '4d3a1c6e-8f2b-4e7a-b5c9-1a2b3c4d5e6f',
         await page.textContent('#tc-ApplyVoucher-a3 td:nth-child(7)'));
   check(L.code + ': images load', await page.$eval('#tc-PlaceOrder img', (i) => { i.closest('details').open = true; return true; }));
