@@ -1,13 +1,20 @@
-# Thin wrapper around CMake. `make demo` and `make test` work on a fresh
-# Debian 12 machine: `setup` installs what is missing first.
+# Thin wrapper around CMake. Every target works on a fresh Debian 12 machine:
+# `setup` installs first what that target needs and is missing.
 
 BUILD          ?= build
 SANITIZE_BUILD ?= build-sanitize
 JOBS           ?= $(shell nproc 2>/dev/null || echo 2)
-PACKAGES       := cmake g++ make pkg-config libxml2-dev libgtest-dev xsltproc libxml2-utils
+
+# Debian packages by stage. Building and the demo need only these; a target
+# that needs more adds its own to PACKAGES for itself and what it runs first
+# (`test: PACKAGES += ...`), so `make demo` installs nothing it does not use.
+PACKAGES       := cmake g++ make pkg-config libxml2-dev xsltproc
+# The unit tests (GoogleTest) and the schema checks (xmllint).
+TEST_PACKAGES  := libgtest-dev libxml2-utils
+test sanitize: PACKAGES += $(TEST_PACKAGES)
 
 # Further targets (benchmarks, fuzzing, packaging, browser tests) live in mk/;
-# each may add to PACKAGES.
+# each adds the packages it needs to its own targets.
 .DEFAULT_GOAL := build
 -include mk/*.mk
 

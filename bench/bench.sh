@@ -134,8 +134,9 @@ stream() {  # 0 or 1
   echo "n=0; for f in *.xml; do n=\$((n + 1)); [ \$((n % 2)) -eq $1 ] || continue; xsltproc -o ../html/\${f%.xml}.html '$sheet' \$f; done"
 }
 two_streams="cd '$work/ctx/out' && { { $(stream 0); } & { $(stream 1); } & wait; }"
-# The serial renders again in the environment qendor gives xsltproc (huge
-# pages for its heap): how much of the whole run's gain is that alone.
+# The serial renders again with huge-page malloc tunables for xsltproc, which
+# qendor does not set (measured in pairs, they lost on a large report and
+# gained nothing on a small one): what they give on this machine.
 tuned_xsltproc="GLIBC_TUNABLES=glibc.malloc.hugetlb=1:glibc.malloc.top_pad=4194304; export GLIBC_TUNABLES; $serial_xsltproc"
 for round in 1 2 3; do
   measure_into "$work/own.txt" sh -c "$(run_context "$nopath")"

@@ -105,4 +105,5 @@ if(QENDOR_TESTS)
            COMMAND sh ${PROJECT_SOURCE_DIR}/tests/install_test.sh ${PROJECT_BINARY_DIR}
                    ${PROJECT_SOURCE_DIR})
   set_tests_properties(schema install PROPERTIES ENVIRONMENT "TZ=UTC;LC_ALL=C;LANG=C")
+  set_tests_properties(schema PROPERTIES SKIP_RETURN_CODE 77)
 endif()

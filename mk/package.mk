@@ -10,7 +10,7 @@
 
 # dpkg-shlibdeps and file find the package's library dependencies; groff and
 # man check the man page.
-PACKAGES += dpkg-dev file groff-base man-db
+package install-test: PACKAGES += dpkg-dev file groff-base man-db
 
 .PHONY: install install-test package package-test
 

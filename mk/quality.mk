@@ -5,7 +5,9 @@
 #   make lint         clang-tidy and cppcheck, both must be clean
 #   make memcheck     the end-to-end scenarios under valgrind memcheck
 
-PACKAGES += clang libclang-rt-14-dev clang-tidy cppcheck valgrind
+fuzz-build: PACKAGES += clang libclang-rt-14-dev
+lint: PACKAGES += clang clang-tidy cppcheck
+memcheck: PACKAGES += valgrind
 
 FUZZ_BUILD    ?= build-fuzz
 FUZZ_SECONDS  ?= 60

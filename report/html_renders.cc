@@ -157,12 +157,6 @@ void HtmlRenders::launch(int64_t serial) {
   render.throughStdout = html.find('%') != std::string::npos;
   char* stdoutArgv[] = {command.data(), sheet.data(), xml.data(), nullptr};
 
-  std::vector<std::string> environment = renderEnvironment(environ);
-  std::vector<char*> envp;
-  envp.reserve(environment.size() + 1);
-  for (std::string& entry : environment) envp.push_back(entry.data());
-  envp.push_back(nullptr);
-
   // In memory, and not inherited by the other renders' xsltproc.
   render.errors = memfd_create("xsltproc-errors", MFD_CLOEXEC);
   posix_spawn_file_actions_t actions;
@@ -189,7 +183,7 @@ void HtmlRenders::launch(int64_t serial) {
   const bool startable = !render.throughStdout || useActions;
   pid_t child = -1;
   if (!startable || posix_spawnp(&child, "xsltproc", useActions, nullptr,
-                                 render.throughStdout ? stdoutArgv : argv, envp.data()) != 0) {
+                                 render.throughStdout ? stdoutArgv : argv, environ) != 0) {
     child = -1;
   }
   if (useActions) posix_spawn_file_actions_destroy(useActions);

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <string_view>
 
 #include "base/paths.h"
 #include "base/run_settings.h"
@@ -36,31 +35,6 @@ bool saveXmlDocument(xmlNode* root, const std::string& xmlPath) {
   writeFormattedDocument(root, xmlOutputBufferCreateFile(file, nullptr));
   std::fclose(file);
   return true;
-}
-
-std::vector<std::string> renderEnvironment(char* const* env) {
-  // A report run starts an xsltproc per document, and each one's heap is
-  // paged in 4 KiB at a time: on a virtual machine every such page fault is
-  // a trip to the hypervisor, and two at once queue for it. In 2 MiB pages a
-  // large report renders in half the time and a small one in four fifths.
-  // Outside glibc, or without transparent huge pages, this changes nothing.
-  const std::string_view name = "GLIBC_TUNABLES=";
-  std::string tunables = std::string(name) + "glibc.malloc.hugetlb=1:glibc.malloc.top_pad=4194304";
-  std::vector<std::string> entries;
-  bool merged = false;
-  for (; env && *env; ++env) {
-    std::string_view entry = *env;
-    if (!merged && entry.substr(0, name.size()) == name) {
-      entry.remove_prefix(name.size());
-      if (!entry.empty()) tunables.append(":").append(entry);
-      entries.push_back(tunables);
-      merged = true;
-    } else {
-      entries.emplace_back(entry);
-    }
-  }
-  if (!merged) entries.push_back(tunables);
-  return entries;
 }
 
 size_t renderSlots() {

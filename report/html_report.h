@@ -4,7 +4,6 @@
 #include <libxml/tree.h>
 
 #include <string>
-#include <vector>
 
 namespace qendor {
 
@@ -17,10 +16,5 @@ bool saveXmlDocument(xmlNode* root, const std::string& xmlPath);
 
 // The number of xsltproc runs that may go on at once: one per core.
 size_t renderSlots();
-
-// The environment xsltproc runs in: `env` (null-terminated "NAME=value"
-// entries) with glibc's malloc asked for huge pages and a large heap step.
-// Tunables already in GLIBC_TUNABLES follow ours, so theirs win.
-std::vector<std::string> renderEnvironment(char* const* env);
 
 }  // namespace qendor

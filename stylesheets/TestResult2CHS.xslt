@@ -17,6 +17,7 @@
   <xsl:variable name="intFormat" select="'#,##0'"/>
   <xsl:variable name="pctFormat" select="'0.#'"/>
   <xsl:variable name="pctSign" select="'%'"/>
+  <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
   <l:strings>
@@ -70,7 +71,6 @@
     <l:s k="col.name">断言</l:s>
     <l:s k="col.dir">目录</l:s>
     <l:s k="skip">跳到测试用例</l:s>
-    <l:s k="sec.verdict">结论</l:s>
     <l:s k="sec.problems">问题</l:s>
     <l:s k="problems.caption">未通过的测试用例（按执行顺序）</l:s>
     <l:s k="firstFailure">第一个失败的断言</l:s>
@@ -86,15 +86,11 @@
     <l:s k="ctl.keys">快捷键：/ 搜索，j 下一个问题，k 上一个问题</l:s>
     <l:s k="total">总计</l:s>
     <l:s k="notPassed">未通过</l:s>
-    <l:s k="assertionsShort">个断言</l:s>
-    <l:s k="notPassedShort">个未通过</l:s>
-    <l:s k="outcome">运行结束状态</l:s>
     <l:s k="col.fileLine">文件:行</l:s>
     <l:s k="generated">报告由 qendor 生成。</l:s>
     <l:s k="st" src="PASSED">通过</l:s>
     <l:s k="st" src="FAILED">失败</l:s>
     <l:s k="st" src="ERROR">错误</l:s>
-    <l:s k="st" src="NOT_TERMINATED">未终止</l:s>
     <l:s k="st" src="UNDEFINED">未定义</l:s>
     <l:s k="tt" src="tt_SD">序列图测试</l:s>
     <l:s k="tt" src="tt_Code">代码测试</l:s>
@@ -109,5 +105,27 @@
     <l:s k="vr" src="No result verification for Code TestCases">代码测试用例不进行结果验证</l:s>
     <l:s k="vr" src="Result verification currently not supported for SDs with interaction operator parallel">目前不支持对含并行交互运算符（par）的序列图进行结果验证</l:s>
     <l:s k="vr" src="TestCase did not terminate as expected">测试用例未按预期终止</l:s>
+    <l:s k="colon" xml:space="preserve">：</l:s>
+    <l:s k="sep" xml:space="preserve">，</l:s>
+    <l:s k="line.allPassed">全部 {m} 个测试用例均通过</l:s>
+    <l:s k="line.failed.first">{m} 个测试用例中 {n} 个失败</l:s>
+    <l:s k="line.error.first">{m} 个测试用例中 {n} 个以错误结束</l:s>
+    <l:s k="line.error">{n} 个以错误结束</l:s>
+    <l:s k="line.other.first">{m} 个测试用例中 {n} 个没有结论</l:s>
+    <l:s k="line.other">{n} 个没有结论</l:s>
+    <l:s k="firstProblem">第一个问题</l:s>
+    <l:s k="mp.label">模型路径</l:s>
+    <l:s k="as.failed">{n} 个失败</l:s>
+    <l:s k="as.passed">全部 {m} 个通过</l:s>
+    <l:s k="as.none">无</l:s>
+    <l:s k="ctl.shown">显示 {m} 个测试用例中的 {n} 个</l:s>
+    <l:s k="img.of">测试用例 {m} 的序列图 {n}</l:s>
+    <l:s k="mp" src="Result verification successful">已遵循</l:s>
+    <l:s k="mp" src="Result verification failed">未遵循</l:s>
+    <l:s k="mp" src="Result verification switched off">未检查（无验证文件）</l:s>
+    <l:s k="mp" src="Statechart contains elements that are not supported for result verification">未检查（状态图含不支持的元素）</l:s>
+    <l:s k="mp" src="No result verification for Code TestCases">无（代码测试）</l:s>
+    <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">未检查（并行片段）</l:s>
+    <l:s k="mp" src="TestCase did not terminate as expected">未终止</l:s>
   </l:strings>
 </xsl:stylesheet>

@@ -17,6 +17,7 @@
   <xsl:variable name="intFormat" select="'#,##0'"/>
   <xsl:variable name="pctFormat" select="'0.#'"/>
   <xsl:variable name="pctSign" select="'%'"/>
+  <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
   <l:strings>
@@ -70,7 +71,6 @@
     <l:s k="col.name">斷言</l:s>
     <l:s k="col.dir">目錄</l:s>
     <l:s k="skip">跳到測試案例</l:s>
-    <l:s k="sec.verdict">結論</l:s>
     <l:s k="sec.problems">問題</l:s>
     <l:s k="problems.caption">未通過的測試案例（依執行順序）</l:s>
     <l:s k="firstFailure">第一個失敗的斷言</l:s>
@@ -86,15 +86,11 @@
     <l:s k="ctl.keys">快速鍵：/ 搜尋，j 下一個問題，k 上一個問題</l:s>
     <l:s k="total">總計</l:s>
     <l:s k="notPassed">未通過</l:s>
-    <l:s k="assertionsShort">個斷言</l:s>
-    <l:s k="notPassedShort">個未通過</l:s>
-    <l:s k="outcome">執行結束狀態</l:s>
     <l:s k="col.fileLine">檔案:行</l:s>
     <l:s k="generated">報告由 qendor 產生。</l:s>
     <l:s k="st" src="PASSED">通過</l:s>
     <l:s k="st" src="FAILED">失敗</l:s>
     <l:s k="st" src="ERROR">錯誤</l:s>
-    <l:s k="st" src="NOT_TERMINATED">未終止</l:s>
     <l:s k="st" src="UNDEFINED">未定義</l:s>
     <l:s k="tt" src="tt_SD">序列圖測試</l:s>
     <l:s k="tt" src="tt_Code">程式碼測試</l:s>
@@ -109,5 +105,27 @@
     <l:s k="vr" src="No result verification for Code TestCases">程式碼測試案例不進行結果驗證</l:s>
     <l:s k="vr" src="Result verification currently not supported for SDs with interaction operator parallel">目前不支援對含平行互動運算子（par）的序列圖進行結果驗證</l:s>
     <l:s k="vr" src="TestCase did not terminate as expected">測試案例未如預期終止</l:s>
+    <l:s k="colon" xml:space="preserve">：</l:s>
+    <l:s k="sep" xml:space="preserve">，</l:s>
+    <l:s k="line.allPassed">全部 {m} 個測試案例均通過</l:s>
+    <l:s k="line.failed.first">{m} 個測試案例中 {n} 個失敗</l:s>
+    <l:s k="line.error.first">{m} 個測試案例中 {n} 個以錯誤結束</l:s>
+    <l:s k="line.error">{n} 個以錯誤結束</l:s>
+    <l:s k="line.other.first">{m} 個測試案例中 {n} 個沒有結論</l:s>
+    <l:s k="line.other">{n} 個沒有結論</l:s>
+    <l:s k="firstProblem">第一個問題</l:s>
+    <l:s k="mp.label">模型路徑</l:s>
+    <l:s k="as.failed">{n} 個失敗</l:s>
+    <l:s k="as.passed">全部 {m} 個通過</l:s>
+    <l:s k="as.none">無</l:s>
+    <l:s k="ctl.shown">顯示 {m} 個測試案例中的 {n} 個</l:s>
+    <l:s k="img.of">測試案例 {m} 的循序圖 {n}</l:s>
+    <l:s k="mp" src="Result verification successful">已遵循</l:s>
+    <l:s k="mp" src="Result verification failed">未遵循</l:s>
+    <l:s k="mp" src="Result verification switched off">未檢查（無驗證檔案）</l:s>
+    <l:s k="mp" src="Statechart contains elements that are not supported for result verification">未檢查（狀態圖含不支援的元素）</l:s>
+    <l:s k="mp" src="No result verification for Code TestCases">無（程式碼測試）</l:s>
+    <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">未檢查（平行片段）</l:s>
+    <l:s k="mp" src="TestCase did not terminate as expected">未終止</l:s>
   </l:strings>
 </xsl:stylesheet>

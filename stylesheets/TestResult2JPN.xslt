@@ -17,6 +17,7 @@
   <xsl:variable name="intFormat" select="'#,##0'"/>
   <xsl:variable name="pctFormat" select="'0.#'"/>
   <xsl:variable name="pctSign" select="'%'"/>
+  <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
   <l:strings>
@@ -70,7 +71,6 @@
     <l:s k="col.name">アサーション</l:s>
     <l:s k="col.dir">ディレクトリ</l:s>
     <l:s k="skip">テストケースへ移動</l:s>
-    <l:s k="sec.verdict">判定</l:s>
     <l:s k="sec.problems">問題</l:s>
     <l:s k="problems.caption">合格しなかったテストケース（実行順）</l:s>
     <l:s k="firstFailure">最初に失敗したアサーション</l:s>
@@ -86,15 +86,11 @@
     <l:s k="ctl.keys">キー：/ 検索、j 次の問題、k 前の問題</l:s>
     <l:s k="total">合計</l:s>
     <l:s k="notPassed">未合格</l:s>
-    <l:s k="assertionsShort">件のアサーション</l:s>
-    <l:s k="notPassedShort">件が未合格</l:s>
-    <l:s k="outcome">実行の終了状態</l:s>
     <l:s k="col.fileLine">ファイル:行</l:s>
     <l:s k="generated">このレポートは qendor によって生成されました。</l:s>
     <l:s k="st" src="PASSED">合格</l:s>
     <l:s k="st" src="FAILED">不合格</l:s>
     <l:s k="st" src="ERROR">エラー</l:s>
-    <l:s k="st" src="NOT_TERMINATED">未終了</l:s>
     <l:s k="st" src="UNDEFINED">未定義</l:s>
     <l:s k="tt" src="tt_SD">シーケンス図テスト</l:s>
     <l:s k="tt" src="tt_Code">コードテスト</l:s>
@@ -109,5 +105,27 @@
     <l:s k="vr" src="No result verification for Code TestCases">コードテストケースには結果検証はありません</l:s>
     <l:s k="vr" src="Result verification currently not supported for SDs with interaction operator parallel">並行相互作用演算子（par）を含む SD の結果検証は現在サポートされていません</l:s>
     <l:s k="vr" src="TestCase did not terminate as expected">テストケースは想定どおりに終了しませんでした</l:s>
+    <l:s k="colon" xml:space="preserve">：</l:s>
+    <l:s k="sep" xml:space="preserve">、</l:s>
+    <l:s k="line.allPassed">{m} 件のテストケースすべてが合格</l:s>
+    <l:s k="line.failed.first">{m} 件中 {n} 件のテストケースが不合格</l:s>
+    <l:s k="line.error.first">{m} 件中 {n} 件のテストケースがエラーで終了</l:s>
+    <l:s k="line.error">{n} 件がエラーで終了</l:s>
+    <l:s k="line.other.first">{m} 件中 {n} 件のテストケースに判定なし</l:s>
+    <l:s k="line.other">{n} 件に判定なし</l:s>
+    <l:s k="firstProblem">最初の問題</l:s>
+    <l:s k="mp.label">モデルパス</l:s>
+    <l:s k="as.failed">{n} 件が不合格</l:s>
+    <l:s k="as.passed">{m} 件すべて合格</l:s>
+    <l:s k="as.none">なし</l:s>
+    <l:s k="ctl.shown">{m} 件中 {n} 件のテストケースを表示</l:s>
+    <l:s k="img.of">テストケース {m} のシーケンス図 {n}</l:s>
+    <l:s k="mp" src="Result verification successful">沿っている</l:s>
+    <l:s k="mp" src="Result verification failed">沿っていない</l:s>
+    <l:s k="mp" src="Result verification switched off">未検査（検証ファイルなし）</l:s>
+    <l:s k="mp" src="Statechart contains elements that are not supported for result verification">未検査（未対応のステートチャート要素）</l:s>
+    <l:s k="mp" src="No result verification for Code TestCases">なし（コードテスト）</l:s>
+    <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">未検査（par フラグメント）</l:s>
+    <l:s k="mp" src="TestCase did not terminate as expected">終了せず</l:s>
   </l:strings>
 </xsl:stylesheet>

@@ -5,6 +5,12 @@
 
     xsltproc -o Checkout.junit.xml TestResult2JUnit.xslt Checkout.xml
 
+  The output keeps to the attributes that strict JUnit schemas allow:
+  testsuites carries name, tests, failures and errors; testsuite name, tests,
+  failures, errors, skipped, timestamp and hostname; testcase name and
+  classname. Everything else, the assertion counts among it, goes into
+  property elements.
+
   One testsuite per document, one testcase per test case in execution order.
   A FAILED test case gets a failure element; ERROR, NOT_TERMINATED (an ERROR
   with the not-terminated verdict) and any other status an error element, so
@@ -40,13 +46,21 @@
         </xsl:otherwise>
       </xsl:choose>
     </xsl:variable>
-    <testsuites name="{ResultHeader/@fullname}" tests="{$tests}" failures="{$failures}" errors="{$errors}" skipped="0" assertions="{$asserts}">
-      <testsuite name="{$suite}" tests="{$tests}" failures="{$failures}" errors="{$errors}" skipped="0" assertions="{$asserts}" hostname="{ResultHeader/EnvironmentInfo/@machineName}">
+    <xsl:variable name="timestamp">
+      <xsl:call-template name="iso-time"><xsl:with-param name="text" select="ResultHeader/@time"/></xsl:call-template>
+    </xsl:variable>
+    <testsuites name="{ResultHeader/@fullname}" tests="{$tests}" failures="{$failures}" errors="{$errors}">
+      <testsuite name="{$suite}" tests="{$tests}" failures="{$failures}" errors="{$errors}" skipped="0">
+        <xsl:if test="string($timestamp)">
+          <xsl:attribute name="timestamp"><xsl:value-of select="$timestamp"/></xsl:attribute>
+        </xsl:if>
+        <xsl:attribute name="hostname"><xsl:value-of select="ResultHeader/EnvironmentInfo/@machineName"/></xsl:attribute>
         <properties>
           <property name="kind" value="{@kind}"/>
           <xsl:if test="TestContextResult">
             <property name="contextStatus" value="{TestContextResult/@status}"/>
           </xsl:if>
+          <property name="assertions" value="{$asserts}"/>
           <xsl:for-each select="ResultHeader/@time | ResultHeader/EnvironmentInfo/@* | ResultHeader/ConfigurationInfo/@*">
             <property name="{name()}" value="{.}"/>
           </xsl:for-each>
@@ -54,6 +68,30 @@
         <xsl:apply-templates select="$cases"/>
       </testsuite>
     </testsuites>
+  </xsl:template>
+
+  <!-- The header's time, written by the C library as "Sat Nov  2 10:15:42
+       2025", in ISO 8601 ("2025-11-02T10:15:42", local time as the header
+       has it). Empty for a time in any other form, such as a date in the
+       words of another locale, so that no malformed timestamp is written. -->
+  <xsl:template name="iso-time">
+    <xsl:param name="text"/>
+    <xsl:variable name="t" select="normalize-space($text)"/>
+    <xsl:variable name="rest1" select="substring-after($t, ' ')"/>
+    <xsl:variable name="month" select="substring-before($rest1, ' ')"/>
+    <xsl:variable name="rest2" select="substring-after($rest1, ' ')"/>
+    <xsl:variable name="day" select="substring-before($rest2, ' ')"/>
+    <xsl:variable name="rest3" select="substring-after($rest2, ' ')"/>
+    <xsl:variable name="clock" select="substring-before($rest3, ' ')"/>
+    <xsl:variable name="year" select="substring-after($rest3, ' ')"/>
+    <xsl:variable name="months" select="'JanFebMarAprMayJunJulAugSepOctNovDec'"/>
+    <xsl:variable name="m" select="string-length(substring-before($months, $month)) div 3 + 1"/>
+    <xsl:if test="string-length($month) = 3 and contains($months, $month) and $m = floor($m)
+                  and string-length($day) &lt;= 2 and translate($day, '0123456789', '') = '' and string($day)
+                  and string-length($clock) = 8 and translate($clock, '0123456789', '##########') = '##:##:##'
+                  and string-length($year) = 4 and translate($year, '0123456789', '') = ''">
+      <xsl:value-of select="concat($year, '-', format-number($m, '00'), '-', format-number($day, '00'), 'T', $clock)"/>
+    </xsl:if>
   </xsl:template>
 
   <!-- The dotted full name without its last part: the test case's context. -->
@@ -79,7 +117,10 @@
     </xsl:variable>
     <xsl:variable name="bad" select="key('bad-by-case', generate-id())"/>
     <xsl:variable name="classname"><xsl:call-template name="classname"/></xsl:variable>
-    <testcase name="{@name}" classname="{$classname}" assertions="{count(*/AssertionInfo)}">
+    <testcase name="{@name}" classname="{$classname}">
+      <properties>
+        <property name="assertions" value="{count(*/AssertionInfo)}"/>
+      </properties>
       <xsl:if test="$outcome != 'PASSED'">
         <xsl:variable name="message">
           <xsl:choose>

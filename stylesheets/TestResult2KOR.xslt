@@ -17,6 +17,7 @@
   <xsl:variable name="intFormat" select="'#,##0'"/>
   <xsl:variable name="pctFormat" select="'0.#'"/>
   <xsl:variable name="pctSign" select="'%'"/>
+  <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
   <l:strings>
@@ -70,7 +71,6 @@
     <l:s k="col.name">어설션</l:s>
     <l:s k="col.dir">디렉터리</l:s>
     <l:s k="skip">테스트 케이스로 건너뛰기</l:s>
-    <l:s k="sec.verdict">판정</l:s>
     <l:s k="sec.problems">문제</l:s>
     <l:s k="problems.caption">통과하지 못한 테스트 케이스(실행 순서)</l:s>
     <l:s k="firstFailure">첫 번째 실패한 어설션</l:s>
@@ -86,15 +86,11 @@
     <l:s k="ctl.keys">단축키: / 검색, j 다음 문제, k 이전 문제</l:s>
     <l:s k="total">합계</l:s>
     <l:s k="notPassed">통과하지 못함</l:s>
-    <l:s k="assertionsShort">개 어설션</l:s>
-    <l:s k="notPassedShort">개 통과하지 못함</l:s>
-    <l:s k="outcome">실행 종료 상태</l:s>
     <l:s k="col.fileLine">파일:줄</l:s>
     <l:s k="generated">qendor에서 생성한 보고서입니다.</l:s>
     <l:s k="st" src="PASSED">통과</l:s>
     <l:s k="st" src="FAILED">실패</l:s>
     <l:s k="st" src="ERROR">오류</l:s>
-    <l:s k="st" src="NOT_TERMINATED">종료되지 않음</l:s>
     <l:s k="st" src="UNDEFINED">정의되지 않음</l:s>
     <l:s k="tt" src="tt_SD">시퀀스 다이어그램 테스트</l:s>
     <l:s k="tt" src="tt_Code">코드 테스트</l:s>
@@ -109,5 +105,27 @@
     <l:s k="vr" src="No result verification for Code TestCases">코드 테스트 케이스는 결과 검증을 하지 않음</l:s>
     <l:s k="vr" src="Result verification currently not supported for SDs with interaction operator parallel">병렬 상호작용 연산자(par)가 있는 SD는 현재 결과 검증이 지원되지 않음</l:s>
     <l:s k="vr" src="TestCase did not terminate as expected">테스트 케이스가 예상대로 종료되지 않음</l:s>
+    <l:s k="colon" xml:space="preserve">: </l:s>
+    <l:s k="sep" xml:space="preserve">, </l:s>
+    <l:s k="line.allPassed">테스트 케이스 {m}개 모두 통과</l:s>
+    <l:s k="line.failed.first">테스트 케이스 {m}개 중 {n}개 실패</l:s>
+    <l:s k="line.error.first">테스트 케이스 {m}개 중 {n}개 오류로 종료</l:s>
+    <l:s k="line.error">{n}개 오류로 종료</l:s>
+    <l:s k="line.other.first">테스트 케이스 {m}개 중 {n}개 판정 없음</l:s>
+    <l:s k="line.other">{n}개 판정 없음</l:s>
+    <l:s k="firstProblem">첫 번째 문제</l:s>
+    <l:s k="mp.label">모델 경로</l:s>
+    <l:s k="as.failed">{n}개 실패</l:s>
+    <l:s k="as.passed">{m}개 모두 통과</l:s>
+    <l:s k="as.none">없음</l:s>
+    <l:s k="ctl.shown">테스트 케이스 {m}개 중 {n}개 표시</l:s>
+    <l:s k="img.of">테스트 케이스 {m}의 시퀀스 다이어그램 {n}</l:s>
+    <l:s k="mp" src="Result verification successful">따름</l:s>
+    <l:s k="mp" src="Result verification failed">따르지 않음</l:s>
+    <l:s k="mp" src="Result verification switched off">검사 안 함(검증 파일 없음)</l:s>
+    <l:s k="mp" src="Statechart contains elements that are not supported for result verification">검사 안 함(지원되지 않는 상태 차트 요소)</l:s>
+    <l:s k="mp" src="No result verification for Code TestCases">없음(코드 테스트)</l:s>
+    <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">검사 안 함(병렬 프래그먼트)</l:s>
+    <l:s k="mp" src="TestCase did not terminate as expected">종료되지 않음</l:s>
   </l:strings>
 </xsl:stylesheet>

@@ -20,7 +20,15 @@
   the filters, the search, the keys and the theme toggle. Test cases are
   native details blocks (problems open, passed ones closed) so that the
   browser's own find reaches every row; content-visibility keeps a page with
-  a hundred thousand assertions quick to open.
+  a hundred thousand assertions quick to open (without it, a context of 4,000
+  test cases takes three times as long). A jump's target stays where the jump
+  put it: the browser's scroll anchoring holds it while the blocks above are
+  laid out, and nothing on the page changes its height later by itself (the
+  diagram images have a fixed box, so loading one moves nothing).
+  The verdict comes first: a banner with the status word of the document,
+  the exit status and one line that says what went wrong, linked to it. A
+  test case report is that banner and the one test case; the counts, filters
+  and problems list belong to a context report only.
 -->
 <xsl:stylesheet version="1.0"
     xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
@@ -37,22 +45,20 @@
   <xsl:variable name="intFormat" select="'#,##0'"/>
   <xsl:variable name="pctFormat" select="'0.#'"/>
   <xsl:variable name="pctSign" select="'%'"/>
+  <!-- word-break of headings and captions: keep-all where a language breaks
+       only between words (Korean) or wants its words kept whole (Chinese,
+       Japanese); such a heading still breaks where it would overflow. -->
+  <xsl:variable name="headingBreak" select="'normal'"/>
   <xsl:variable name="T" select="/.."/>
 
   <!-- The verification result that the program gives to a test case that did
-       not terminate; such a test case keeps the status ERROR in the document
-       but ends the run with its own exit status and counts on its own here. -->
+       not terminate. Such a test case keeps the status ERROR in the document,
+       and the page shows that word; only the exit status of a test case
+       report tells it apart. -->
   <xsl:variable name="notTerminatedText" select="'TestCase did not terminate as expected'"/>
 
-  <!-- Test cases grouped by the status they end with (NOT_TERMINATED for an
-       ERROR with the not-terminated verdict). Keys may not use variables, so
-       the verdict text is written out. -->
-  <xsl:key name="case-by-outcome" match="TestCaseResult"
-      use="concat(
-             substring('NOT_TERMINATED', 1,
-               14 * (@status = 'ERROR' and @verificationResult = 'TestCase did not terminate as expected')),
-             substring(@status, 1,
-               string-length(@status) * not(@status = 'ERROR' and @verificationResult = 'TestCase did not terminate as expected')))"/>
+  <!-- Test cases by their status word. -->
+  <xsl:key name="case-by-status" match="TestCaseResult" use="string(@status)"/>
   <!-- Assertions that did not pass, by their test case. -->
   <xsl:key name="bad-by-case" match="AssertionInfo[@status != 'PASSED']" use="generate-id(../..)"/>
 
@@ -112,9 +118,67 @@
     <xsl:value-of select="$pctSign"/>
   </xsl:template>
 
+  <!-- A sentence of the language file with its "{n}" and "{m}" filled in
+       (each at most once, in either order). -->
+  <xsl:template name="fmt">
+    <xsl:param name="k"/>
+    <xsl:param name="n"/>
+    <xsl:param name="m"/>
+    <xsl:call-template name="fill">
+      <xsl:with-param name="s"><xsl:call-template name="t"><xsl:with-param name="k" select="$k"/></xsl:call-template></xsl:with-param>
+      <xsl:with-param name="n" select="$n"/>
+      <xsl:with-param name="m" select="$m"/>
+    </xsl:call-template>
+  </xsl:template>
+
+  <xsl:template name="fill">
+    <xsl:param name="s"/>
+    <xsl:param name="n"/>
+    <xsl:param name="m"/>
+    <xsl:choose>
+      <xsl:when test="contains($s, '{n}') and not(contains(substring-before($s, '{n}'), '{m}'))">
+        <xsl:value-of select="substring-before($s, '{n}')"/>
+        <xsl:value-of select="$n"/>
+        <xsl:call-template name="fill">
+          <xsl:with-param name="s" select="substring-after($s, '{n}')"/>
+          <xsl:with-param name="m" select="$m"/>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:when test="contains($s, '{m}')">
+        <xsl:value-of select="substring-before($s, '{m}')"/>
+        <xsl:value-of select="$m"/>
+        <xsl:call-template name="fill">
+          <xsl:with-param name="s" select="substring-after($s, '{m}')"/>
+          <xsl:with-param name="n" select="$n"/>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:otherwise><xsl:value-of select="$s"/></xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- A path that breaks only after its separators ("/" or "\"), never
+       inside a name. One of up to 20 characters fits any column whole and is
+       written as it stands, which spares the rows of a large report the
+       recursion. -->
+  <xsl:template name="path">
+    <xsl:param name="p"/>
+    <xsl:variable name="slashed" select="translate($p, '\', '/')"/>
+    <xsl:choose>
+      <xsl:when test="string-length($p) &gt; 20 and contains($slashed, '/')">
+        <xsl:variable name="cut" select="string-length(substring-before($slashed, '/')) + 1"/>
+        <xsl:value-of select="substring($p, 1, $cut)"/>
+        <wbr/>
+        <xsl:call-template name="path"><xsl:with-param name="p" select="substring($p, $cut + 1)"/></xsl:call-template>
+      </xsl:when>
+      <xsl:otherwise><xsl:value-of select="$p"/></xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
   <!-- ===== Status ===== -->
 
-  <!-- The status a test case ends the run with. -->
+  <!-- The status a test case ends the run with: its status word, or
+       NOT_TERMINATED for an ERROR with the not-terminated verdict. Only the
+       exit status of a test case report depends on the difference. -->
   <xsl:template name="case-outcome">
     <xsl:param name="tc" select="."/>
     <xsl:choose>
@@ -131,7 +195,6 @@
       <xsl:when test="$s = 'PASSED'">st-pass</xsl:when>
       <xsl:when test="$s = 'FAILED'">st-fail</xsl:when>
       <xsl:when test="$s = 'ERROR'">st-error</xsl:when>
-      <xsl:when test="$s = 'NOT_TERMINATED'">st-nt</xsl:when>
       <xsl:otherwise>st-other</xsl:otherwise>
     </xsl:choose>
   </xsl:template>
@@ -142,24 +205,25 @@
       <xsl:when test="$s = 'PASSED'">&#x2714;</xsl:when>
       <xsl:when test="$s = 'FAILED'">&#x2718;</xsl:when>
       <xsl:when test="$s = 'ERROR'">!</xsl:when>
-      <xsl:when test="$s = 'NOT_TERMINATED'">&#x2026;</xsl:when>
       <xsl:otherwise>?</xsl:otherwise>
     </xsl:choose>
   </xsl:template>
 
-  <!-- The status key of the filters: one of the five, any unknown status
-       counting as UNDEFINED. -->
+  <!-- The status key of the filters: one of four, any other status counting
+       as UNDEFINED. -->
   <xsl:template name="status-key">
     <xsl:param name="s"/>
     <xsl:choose>
-      <xsl:when test="$s = 'PASSED' or $s = 'FAILED' or $s = 'ERROR' or $s = 'NOT_TERMINATED'"><xsl:value-of select="$s"/></xsl:when>
+      <xsl:when test="$s = 'PASSED' or $s = 'FAILED' or $s = 'ERROR'"><xsl:value-of select="$s"/></xsl:when>
       <xsl:otherwise>UNDEFINED</xsl:otherwise>
     </xsl:choose>
   </xsl:template>
 
   <xsl:template name="badge">
     <xsl:param name="s"/>
+    <xsl:param name="id"/>
     <span>
+      <xsl:if test="$id"><xsl:attribute name="id"><xsl:value-of select="$id"/></xsl:attribute></xsl:if>
       <xsl:attribute name="class">
         <xsl:text>badge </xsl:text>
         <xsl:call-template name="status-class"><xsl:with-param name="s" select="$s"/></xsl:call-template>
@@ -222,45 +286,64 @@
         <style>
           <xsl:text>body{font-family:</xsl:text>
           <xsl:value-of select="$fonts"/>
+          <xsl:text>;}h1,h2,h3,caption,legend,th{word-break:</xsl:text>
+          <xsl:value-of select="$headingBreak"/>
           <xsl:text>;}</xsl:text>
           <xsl:call-template name="css"/>
         </style>
       </head>
       <body>
-        <a class="skip" href="#cases">
+        <a class="skip" href="#main">
           <xsl:call-template name="t"><xsl:with-param name="k" select="'skip'"/></xsl:call-template>
         </a>
         <div class="page">
-          <xsl:apply-templates select="ResultHeader"/>
-          <xsl:call-template name="controls">
-            <xsl:with-param name="cases" select="$cases"/>
-          </xsl:call-template>
-          <div role="main" id="main">
-            <xsl:call-template name="summary">
+          <header class="head">
+            <xsl:apply-templates select="ResultHeader" mode="title"/>
+            <xsl:call-template name="banner">
               <xsl:with-param name="cases" select="$cases"/>
               <xsl:with-param name="isContext" select="$isContext"/>
             </xsl:call-template>
-            <xsl:call-template name="problems">
-              <xsl:with-param name="cases" select="$cases"/>
-            </xsl:call-template>
-            <h2 id="cases" tabindex="-1">
-              <xsl:call-template name="t"><xsl:with-param name="k" select="'sec.cases'"/></xsl:call-template>
-            </h2>
+            <xsl:apply-templates select="ResultHeader"/>
+          </header>
+          <xsl:call-template name="controls">
+            <xsl:with-param name="cases" select="$cases"/>
+            <xsl:with-param name="isContext" select="$isContext"/>
+          </xsl:call-template>
+          <main id="main" tabindex="-1">
             <xsl:choose>
-              <xsl:when test="not($cases)">
-                <p class="empty"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.cases'"/></xsl:call-template></p>
+              <xsl:when test="$isContext">
+                <xsl:call-template name="summary">
+                  <xsl:with-param name="cases" select="$cases"/>
+                </xsl:call-template>
+                <xsl:call-template name="problems">
+                  <xsl:with-param name="cases" select="$cases"/>
+                </xsl:call-template>
+                <h2 id="cases" tabindex="-1">
+                  <xsl:call-template name="t"><xsl:with-param name="k" select="'sec.cases'"/></xsl:call-template>
+                </h2>
+                <xsl:choose>
+                  <xsl:when test="not($cases)">
+                    <p class="empty"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.cases'"/></xsl:call-template></p>
+                  </xsl:when>
+                  <xsl:otherwise>
+                    <xsl:apply-templates select="$cases"/>
+                    <p class="empty" id="nomatch" hidden="hidden">
+                      <xsl:call-template name="t"><xsl:with-param name="k" select="'none.match'"/></xsl:call-template>
+                    </p>
+                  </xsl:otherwise>
+                </xsl:choose>
               </xsl:when>
               <xsl:otherwise>
-                <xsl:apply-templates select="$cases"/>
-                <p class="empty" id="nomatch" hidden="hidden">
-                  <xsl:call-template name="t"><xsl:with-param name="k" select="'none.match'"/></xsl:call-template>
-                </p>
+                <!-- A test case report: the one test case, open. -->
+                <xsl:apply-templates select="$cases">
+                  <xsl:with-param name="open" select="true()"/>
+                </xsl:apply-templates>
               </xsl:otherwise>
             </xsl:choose>
-          </div>
-          <p class="foot">
-            <xsl:call-template name="t"><xsl:with-param name="k" select="'generated'"/></xsl:call-template>
-          </p>
+          </main>
+          <footer class="foot">
+            <p><xsl:call-template name="t"><xsl:with-param name="k" select="'generated'"/></xsl:call-template></p>
+          </footer>
         </div>
         <script>
           <xsl:call-template name="script"/>
@@ -269,28 +352,217 @@
     </html>
   </xsl:template>
 
-  <!-- ===== Header ===== -->
+  <!-- ===== Verdict banner ===== -->
 
-  <xsl:template match="ResultHeader">
-    <div class="head">
-      <h1>
-        <span class="kind">
-          <xsl:call-template name="word">
-            <xsl:with-param name="k" select="'kind'"/>
-            <xsl:with-param name="v" select="../@kind"/>
+  <!-- The first thing on the page: the status word with its symbol, the exit
+       status and one line of what went wrong, linked to the first problem
+       (of a context) or the first failing assertion (of a test case). -->
+  <xsl:template name="banner">
+    <xsl:param name="cases"/>
+    <xsl:param name="isContext"/>
+    <xsl:variable name="status">
+      <xsl:choose>
+        <xsl:when test="$isContext"><xsl:value-of select="TestContextResult/@status"/></xsl:when>
+        <xsl:otherwise><xsl:value-of select="$cases[1]/@status"/></xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
+    <xsl:variable name="outcome">
+      <xsl:choose>
+        <xsl:when test="$isContext"><xsl:value-of select="$status"/></xsl:when>
+        <xsl:otherwise><xsl:call-template name="case-outcome"><xsl:with-param name="tc" select="$cases[1]"/></xsl:call-template></xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
+    <section id="banner" aria-labelledby="verdict">
+      <xsl:attribute name="class">
+        <xsl:text>banner </xsl:text>
+        <xsl:call-template name="status-class"><xsl:with-param name="s" select="$status"/></xsl:call-template>
+      </xsl:attribute>
+      <p class="verdict-line">
+        <span class="verdict-label">
+          <xsl:call-template name="t">
+            <xsl:with-param name="k">
+              <xsl:choose>
+                <xsl:when test="$isContext">contextStatus</xsl:when>
+                <xsl:otherwise>caseStatus</xsl:otherwise>
+              </xsl:choose>
+            </xsl:with-param>
           </xsl:call-template>
         </span>
         <xsl:text> </xsl:text>
-        <xsl:value-of select="@name"/>
-      </h1>
-      <div class="cards">
+        <xsl:call-template name="badge">
+          <xsl:with-param name="s" select="$status"/>
+          <xsl:with-param name="id" select="'verdict'"/>
+        </xsl:call-template>
+        <xsl:text> </xsl:text>
+        <span class="exit">
+          <xsl:call-template name="t"><xsl:with-param name="k" select="'exitStatus'"/></xsl:call-template>
+          <xsl:text> </xsl:text>
+          <b id="exit"><xsl:call-template name="exit-status"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></b>
+        </span>
+      </p>
+      <xsl:choose>
+        <xsl:when test="$isContext">
+          <xsl:call-template name="banner-context"><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+        </xsl:when>
+        <xsl:otherwise>
+          <xsl:for-each select="$cases[1]">
+            <xsl:call-template name="banner-case"/>
+          </xsl:for-each>
+        </xsl:otherwise>
+      </xsl:choose>
+    </section>
+  </xsl:template>
+
+  <xsl:template name="banner-context">
+    <xsl:param name="cases"/>
+    <xsl:variable name="total" select="count($cases)"/>
+    <xsl:variable name="m"><xsl:call-template name="int"><xsl:with-param name="n" select="$total"/></xsl:call-template></xsl:variable>
+    <xsl:variable name="nFailed" select="count(key('case-by-status', 'FAILED'))"/>
+    <xsl:variable name="nError" select="count(key('case-by-status', 'ERROR'))"/>
+    <xsl:variable name="nOther" select="$total - count(key('case-by-status', 'PASSED')) - $nFailed - $nError"/>
+    <xsl:variable name="first" select="$cases[not(@status = 'PASSED')][1]"/>
+    <p id="banner-line">
+      <xsl:choose>
+        <xsl:when test="$total = 0">
+          <xsl:call-template name="t"><xsl:with-param name="k" select="'none.cases'"/></xsl:call-template>
+        </xsl:when>
+        <xsl:when test="not($first)">
+          <xsl:call-template name="fmt"><xsl:with-param name="k" select="'line.allPassed'"/><xsl:with-param name="m" select="$m"/></xsl:call-template>
+        </xsl:when>
+        <xsl:otherwise>
+          <!-- Each count that is not zero; the first one names the total. -->
+          <xsl:if test="$nFailed &gt; 0">
+            <xsl:call-template name="fmt">
+              <xsl:with-param name="k" select="'line.failed.first'"/>
+              <xsl:with-param name="n"><xsl:call-template name="int"><xsl:with-param name="n" select="$nFailed"/></xsl:call-template></xsl:with-param>
+              <xsl:with-param name="m" select="$m"/>
+            </xsl:call-template>
+          </xsl:if>
+          <xsl:if test="$nError &gt; 0">
+            <xsl:if test="$nFailed &gt; 0"><xsl:call-template name="t"><xsl:with-param name="k" select="'sep'"/></xsl:call-template></xsl:if>
+            <xsl:call-template name="fmt">
+              <xsl:with-param name="k" select="concat('line.error', substring('.first', 1, 6 * ($nFailed = 0)))"/>
+              <xsl:with-param name="n"><xsl:call-template name="int"><xsl:with-param name="n" select="$nError"/></xsl:call-template></xsl:with-param>
+              <xsl:with-param name="m" select="$m"/>
+            </xsl:call-template>
+          </xsl:if>
+          <xsl:if test="$nOther &gt; 0">
+            <xsl:if test="$nFailed + $nError &gt; 0"><xsl:call-template name="t"><xsl:with-param name="k" select="'sep'"/></xsl:call-template></xsl:if>
+            <xsl:call-template name="fmt">
+              <xsl:with-param name="k" select="concat('line.other', substring('.first', 1, 6 * ($nFailed + $nError = 0)))"/>
+              <xsl:with-param name="n"><xsl:call-template name="int"><xsl:with-param name="n" select="$nOther"/></xsl:call-template></xsl:with-param>
+              <xsl:with-param name="m" select="$m"/>
+            </xsl:call-template>
+          </xsl:if>
+        </xsl:otherwise>
+      </xsl:choose>
+    </p>
+    <xsl:if test="$first">
+      <p>
+        <a id="first-problem" href="#{concat('tc-', translate($first/@name, ' &#9;&#10;&#13;#%&quot;', '_______'))}">
+          <xsl:call-template name="t"><xsl:with-param name="k" select="'firstProblem'"/></xsl:call-template>
+          <xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template>
+          <xsl:value-of select="$first/@name"/>
+        </a>
+      </p>
+    </xsl:if>
+  </xsl:template>
+
+  <!-- The banner line of a test case report: model path and assertions, then
+       the first assertion that did not pass. -->
+  <xsl:template name="banner-case">
+    <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
+    <xsl:variable name="first" select="key('bad-by-case', generate-id())[1]"/>
+    <p id="banner-line"><xsl:call-template name="case-facts"/></p>
+    <xsl:if test="$first">
+      <p>
+        <xsl:for-each select="$first">
+          <xsl:variable name="nr"><xsl:number/></xsl:variable>
+          <a id="first-problem" href="#{$cid}-a{$nr}">
+            <xsl:call-template name="t"><xsl:with-param name="k" select="'firstFailure'"/></xsl:call-template>
+            <xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template>
+            <xsl:call-template name="assert-text"/>
+          </a>
+          <xsl:call-template name="where"/>
+        </xsl:for-each>
+      </p>
+    </xsl:if>
+  </xsl:template>
+
+  <!-- What the verification and the assertions of a test case say, each
+       under its own name: "Model path: followed · Assertions: 1 failed". -->
+  <xsl:template name="case-facts">
+    <xsl:variable name="nAll" select="count(*/AssertionInfo)"/>
+    <xsl:variable name="nBad" select="count(key('bad-by-case', generate-id()))"/>
+    <xsl:variable name="colon"><xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template></xsl:variable>
+    <span>
+      <xsl:attribute name="class">
+        <xsl:choose>
+          <xsl:when test="@verificationResult = 'Result verification successful'">mp vr-ok</xsl:when>
+          <xsl:when test="@verificationResult = 'Result verification failed' or @verificationResult = $notTerminatedText">mp vr-bad</xsl:when>
+          <xsl:otherwise>mp vr-info</xsl:otherwise>
+        </xsl:choose>
+      </xsl:attribute>
+      <xsl:call-template name="t"><xsl:with-param name="k" select="'mp.label'"/></xsl:call-template>
+      <xsl:value-of select="$colon"/>
+      <xsl:call-template name="word"><xsl:with-param name="k" select="'mp'"/><xsl:with-param name="v" select="@verificationResult"/></xsl:call-template>
+    </span>
+    <xsl:text> </xsl:text>
+    <span>
+      <xsl:attribute name="class">
+        <xsl:choose>
+          <xsl:when test="$nBad &gt; 0">as vr-bad</xsl:when>
+          <xsl:otherwise>as</xsl:otherwise>
+        </xsl:choose>
+      </xsl:attribute>
+      <xsl:call-template name="t"><xsl:with-param name="k" select="'assertions'"/></xsl:call-template>
+      <xsl:value-of select="$colon"/>
+      <xsl:choose>
+        <xsl:when test="$nBad &gt; 0">
+          <xsl:call-template name="fmt">
+            <xsl:with-param name="k" select="'as.failed'"/>
+            <xsl:with-param name="n"><xsl:call-template name="int"><xsl:with-param name="n" select="$nBad"/></xsl:call-template></xsl:with-param>
+            <xsl:with-param name="m"><xsl:call-template name="int"><xsl:with-param name="n" select="$nAll"/></xsl:call-template></xsl:with-param>
+          </xsl:call-template>
+        </xsl:when>
+        <xsl:when test="$nAll &gt; 0">
+          <xsl:call-template name="fmt">
+            <xsl:with-param name="k" select="'as.passed'"/>
+            <xsl:with-param name="m"><xsl:call-template name="int"><xsl:with-param name="n" select="$nAll"/></xsl:call-template></xsl:with-param>
+          </xsl:call-template>
+        </xsl:when>
+        <xsl:otherwise><xsl:call-template name="t"><xsl:with-param name="k" select="'as.none'"/></xsl:call-template></xsl:otherwise>
+      </xsl:choose>
+    </span>
+  </xsl:template>
+
+  <!-- ===== Header ===== -->
+
+  <xsl:template match="ResultHeader" mode="title">
+    <h1>
+      <span class="kind">
+        <xsl:call-template name="word">
+          <xsl:with-param name="k" select="'kind'"/>
+          <xsl:with-param name="v" select="../@kind"/>
+        </xsl:call-template>
+      </span>
+      <xsl:text> </xsl:text>
+      <xsl:value-of select="@name"/>
+    </h1>
+  </xsl:template>
+
+  <xsl:template match="ResultHeader">
+    <div class="cards">
+      <div class="scroll">
         <table class="card">
           <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.report'"/></xsl:call-template></caption>
           <xsl:call-template name="field"><xsl:with-param name="k" select="'name'"/><xsl:with-param name="v" select="@name"/></xsl:call-template>
           <xsl:call-template name="field"><xsl:with-param name="k" select="'fullname'"/><xsl:with-param name="v" select="@fullname"/></xsl:call-template>
           <xsl:call-template name="field"><xsl:with-param name="k" select="'time'"/><xsl:with-param name="v" select="@time"/></xsl:call-template>
         </table>
-        <xsl:for-each select="EnvironmentInfo">
+      </div>
+      <xsl:for-each select="EnvironmentInfo">
+        <div class="scroll">
           <table class="card">
             <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.env'"/></xsl:call-template></caption>
             <xsl:call-template name="field"><xsl:with-param name="k" select="'userName'"/><xsl:with-param name="v" select="@userName"/></xsl:call-template>
@@ -299,16 +571,18 @@
             <xsl:call-template name="field"><xsl:with-param name="k" select="'korvanVersion'"/><xsl:with-param name="v" select="@korvanVersion"/></xsl:call-template>
             <xsl:call-template name="field"><xsl:with-param name="k" select="'ostraVersion'"/><xsl:with-param name="v" select="@ostraVersion"/></xsl:call-template>
           </table>
-        </xsl:for-each>
-        <xsl:for-each select="ConfigurationInfo">
+        </div>
+      </xsl:for-each>
+      <xsl:for-each select="ConfigurationInfo">
+        <div class="scroll">
           <table class="card">
             <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.config'"/></xsl:call-template></caption>
             <xsl:call-template name="field"><xsl:with-param name="k" select="'projectName'"/><xsl:with-param name="v" select="@projectName"/></xsl:call-template>
             <xsl:call-template name="field"><xsl:with-param name="k" select="'componentName'"/><xsl:with-param name="v" select="@componentName"/></xsl:call-template>
             <xsl:call-template name="field"><xsl:with-param name="k" select="'configurationName'"/><xsl:with-param name="v" select="@configurationName"/></xsl:call-template>
           </table>
-        </xsl:for-each>
-      </div>
+        </div>
+      </xsl:for-each>
     </div>
   </xsl:template>
 
@@ -324,17 +598,22 @@
 
   <!-- ===== Controls (shown by the script only) ===== -->
 
+  <!-- A context gets the status filters, the count of what they show, the
+       search, expand and collapse and the keys; a test case report only the
+       search and the theme. -->
   <xsl:template name="controls">
     <xsl:param name="cases"/>
+    <xsl:param name="isContext"/>
     <div class="controls" id="controls" hidden="hidden" role="search">
-      <fieldset class="filters">
-        <legend><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.show'"/></xsl:call-template></legend>
-        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
-        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
-        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
-        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
-        <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
-      </fieldset>
+      <xsl:if test="$isContext">
+        <fieldset class="filters">
+          <legend><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.show'"/></xsl:call-template></legend>
+          <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+          <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+          <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+          <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
+        </fieldset>
+      </xsl:if>
       <label class="search">
         <span><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.search'"/></xsl:call-template></span>
         <xsl:text> </xsl:text>
@@ -343,11 +622,23 @@
         </input>
       </label>
       <span class="buttons">
-        <button type="button" id="expand"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.expand'"/></xsl:call-template></button>
-        <button type="button" id="collapse"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.collapse'"/></xsl:call-template></button>
+        <xsl:if test="$isContext">
+          <button type="button" id="expand"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.expand'"/></xsl:call-template></button>
+          <button type="button" id="collapse"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.collapse'"/></xsl:call-template></button>
+        </xsl:if>
         <button type="button" id="theme" aria-pressed="false"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.dark'"/></xsl:call-template></button>
       </span>
-      <p class="keys"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.keys'"/></xsl:call-template></p>
+      <xsl:if test="$isContext">
+        <p class="shown" id="shown" aria-live="polite">
+          <xsl:attribute name="data-format"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.shown'"/></xsl:call-template></xsl:attribute>
+          <xsl:call-template name="fmt">
+            <xsl:with-param name="k" select="'ctl.shown'"/>
+            <xsl:with-param name="n" select="count($cases)"/>
+            <xsl:with-param name="m" select="count($cases)"/>
+          </xsl:call-template>
+        </p>
+        <p class="keys"><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.keys'"/></xsl:call-template></p>
+      </xsl:if>
     </div>
   </xsl:template>
 
@@ -356,10 +647,10 @@
     <xsl:param name="cases"/>
     <xsl:choose>
       <xsl:when test="$s = 'UNDEFINED'">
-        <xsl:value-of select="count($cases) - count(key('case-by-outcome', 'PASSED')) - count(key('case-by-outcome', 'FAILED'))
-                              - count(key('case-by-outcome', 'ERROR')) - count(key('case-by-outcome', 'NOT_TERMINATED'))"/>
+        <xsl:value-of select="count($cases) - count(key('case-by-status', 'PASSED')) - count(key('case-by-status', 'FAILED'))
+                              - count(key('case-by-status', 'ERROR'))"/>
       </xsl:when>
-      <xsl:otherwise><xsl:value-of select="count(key('case-by-outcome', $s))"/></xsl:otherwise>
+      <xsl:otherwise><xsl:value-of select="count(key('case-by-status', $s))"/></xsl:otherwise>
     </xsl:choose>
   </xsl:template>
 
@@ -377,103 +668,81 @@
     </label>
   </xsl:template>
 
-  <!-- ===== Summary ===== -->
+  <!-- ===== Summary of a context ===== -->
 
   <xsl:template name="summary">
     <xsl:param name="cases"/>
-    <xsl:param name="isContext"/>
     <xsl:variable name="total" select="count($cases)"/>
-    <xsl:variable name="nPassed" select="count(key('case-by-outcome', 'PASSED'))"/>
-    <xsl:variable name="nFailed" select="count(key('case-by-outcome', 'FAILED'))"/>
-    <xsl:variable name="nError" select="count(key('case-by-outcome', 'ERROR'))"/>
-    <xsl:variable name="nNotTerm" select="count(key('case-by-outcome', 'NOT_TERMINATED'))"/>
-    <xsl:variable name="nOther" select="$total - $nPassed - $nFailed - $nError - $nNotTerm"/>
+    <xsl:variable name="nPassed" select="count(key('case-by-status', 'PASSED'))"/>
+    <xsl:variable name="nFailed" select="count(key('case-by-status', 'FAILED'))"/>
+    <xsl:variable name="nError" select="count(key('case-by-status', 'ERROR'))"/>
+    <xsl:variable name="nOther" select="$total - $nPassed - $nFailed - $nError"/>
     <xsl:variable name="nAsserts" select="count($cases/*/AssertionInfo)"/>
     <xsl:variable name="nBadAsserts" select="count($cases/*/AssertionInfo[@status != 'PASSED'])"/>
-    <xsl:variable name="status">
-      <xsl:choose>
-        <xsl:when test="$isContext"><xsl:value-of select="TestContextResult/@status"/></xsl:when>
-        <xsl:otherwise><xsl:call-template name="case-outcome"><xsl:with-param name="tc" select="$cases[1]"/></xsl:call-template></xsl:otherwise>
-      </xsl:choose>
-    </xsl:variable>
 
     <h2 id="summary"><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.summary'"/></xsl:call-template></h2>
     <div class="summary">
-      <table class="card verdict">
-        <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.verdict'"/></xsl:call-template></caption>
-        <tr>
-          <th scope="row">
-            <xsl:call-template name="t">
-              <xsl:with-param name="k">
-                <xsl:choose>
-                  <xsl:when test="$isContext">contextStatus</xsl:when>
-                  <xsl:otherwise>caseStatus</xsl:otherwise>
-                </xsl:choose>
-              </xsl:with-param>
-            </xsl:call-template>
-          </th>
-          <td id="verdict"><xsl:call-template name="badge"><xsl:with-param name="s" select="$status"/></xsl:call-template></td>
-        </tr>
-        <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'exitStatus'"/></xsl:call-template></th>
-          <td class="num" id="exit"><xsl:call-template name="exit-status"><xsl:with-param name="s" select="$status"/></xsl:call-template></td>
-        </tr>
-        <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'passRate'"/></xsl:call-template></th>
-          <td class="num" id="passrate">
-            <xsl:choose>
-              <xsl:when test="$total &gt; 0">
-                <xsl:call-template name="pct"><xsl:with-param name="n" select="$nPassed * 100 div $total"/></xsl:call-template>
-              </xsl:when>
-              <xsl:otherwise>&#8211;</xsl:otherwise>
-            </xsl:choose>
-          </td>
-        </tr>
-        <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCases'"/></xsl:call-template></th>
-          <td class="num" id="ncases"><xsl:call-template name="int"><xsl:with-param name="n" select="$total"/></xsl:call-template></td>
-        </tr>
-      </table>
-      <table class="card counts">
-        <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'countsByStatus'"/></xsl:call-template></caption>
-        <xsl:call-template name="count-row"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="n" select="$nPassed"/></xsl:call-template>
-        <xsl:call-template name="count-row"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="n" select="$nFailed"/></xsl:call-template>
-        <xsl:call-template name="count-row"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="n" select="$nError"/></xsl:call-template>
-        <xsl:call-template name="count-row"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="n" select="$nNotTerm"/></xsl:call-template>
-        <xsl:call-template name="count-row"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="n" select="$nOther"/></xsl:call-template>
-      </table>
-      <table class="card asserts-total">
-        <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'assertions'"/></xsl:call-template></caption>
-        <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'total'"/></xsl:call-template></th>
-          <td class="num" id="nasserts"><xsl:call-template name="int"><xsl:with-param name="n" select="$nAsserts"/></xsl:call-template></td>
-        </tr>
-        <tr>
-          <th scope="row"><xsl:call-template name="badge"><xsl:with-param name="s" select="'PASSED'"/></xsl:call-template></th>
-          <td class="num"><xsl:call-template name="int"><xsl:with-param name="n" select="$nAsserts - $nBadAsserts"/></xsl:call-template></td>
-        </tr>
-        <tr>
-          <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'notPassed'"/></xsl:call-template></th>
-          <td class="num" id="nbad"><xsl:call-template name="int"><xsl:with-param name="n" select="$nBadAsserts"/></xsl:call-template></td>
-        </tr>
-      </table>
+      <div class="scroll">
+        <table class="card verdict">
+          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'testCases'"/></xsl:call-template></caption>
+          <tr>
+            <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'total'"/></xsl:call-template></th>
+            <td class="num" id="ncases"><xsl:call-template name="int"><xsl:with-param name="n" select="$total"/></xsl:call-template></td>
+          </tr>
+          <tr>
+            <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'passRate'"/></xsl:call-template></th>
+            <td class="num" id="passrate">
+              <xsl:choose>
+                <xsl:when test="$total &gt; 0">
+                  <xsl:call-template name="pct"><xsl:with-param name="n" select="$nPassed * 100 div $total"/></xsl:call-template>
+                </xsl:when>
+                <xsl:otherwise>&#8211;</xsl:otherwise>
+              </xsl:choose>
+            </td>
+          </tr>
+        </table>
+      </div>
+      <div class="scroll">
+        <table class="card counts">
+          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'countsByStatus'"/></xsl:call-template></caption>
+          <xsl:call-template name="count-row"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="n" select="$nPassed"/></xsl:call-template>
+          <xsl:call-template name="count-row"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="n" select="$nFailed"/></xsl:call-template>
+          <xsl:call-template name="count-row"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="n" select="$nError"/></xsl:call-template>
+          <xsl:call-template name="count-row"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="n" select="$nOther"/></xsl:call-template>
+        </table>
+      </div>
+      <div class="scroll">
+        <table class="card asserts-total">
+          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'assertions'"/></xsl:call-template></caption>
+          <tr>
+            <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'total'"/></xsl:call-template></th>
+            <td class="num" id="nasserts"><xsl:call-template name="int"><xsl:with-param name="n" select="$nAsserts"/></xsl:call-template></td>
+          </tr>
+          <tr>
+            <th scope="row"><xsl:call-template name="badge"><xsl:with-param name="s" select="'PASSED'"/></xsl:call-template></th>
+            <td class="num"><xsl:call-template name="int"><xsl:with-param name="n" select="$nAsserts - $nBadAsserts"/></xsl:call-template></td>
+          </tr>
+          <tr>
+            <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'notPassed'"/></xsl:call-template></th>
+            <td class="num" id="nbad"><xsl:call-template name="int"><xsl:with-param name="n" select="$nBadAsserts"/></xsl:call-template></td>
+          </tr>
+        </table>
+      </div>
     </div>
     <xsl:if test="$total &gt; 0">
       <xsl:variable name="label">
         <xsl:call-template name="t"><xsl:with-param name="k" select="'countsByStatus'"/></xsl:call-template>
-        <xsl:text>: </xsl:text>
+        <xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template>
         <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="n" select="$nPassed"/></xsl:call-template>
         <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="n" select="$nFailed"/></xsl:call-template>
         <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="n" select="$nError"/></xsl:call-template>
-        <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="n" select="$nNotTerm"/></xsl:call-template>
         <xsl:call-template name="bar-label"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="n" select="$nOther"/></xsl:call-template>
       </xsl:variable>
       <svg class="bar" viewBox="0 0 {$total} 1" preserveAspectRatio="none" role="img" aria-label="{$label}">
         <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'PASSED'"/><xsl:with-param name="x" select="0"/><xsl:with-param name="n" select="$nPassed"/></xsl:call-template>
         <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'FAILED'"/><xsl:with-param name="x" select="$nPassed"/><xsl:with-param name="n" select="$nFailed"/></xsl:call-template>
         <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="x" select="$nPassed + $nFailed"/><xsl:with-param name="n" select="$nError"/></xsl:call-template>
-        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'NOT_TERMINATED'"/><xsl:with-param name="x" select="$nPassed + $nFailed + $nError"/><xsl:with-param name="n" select="$nNotTerm"/></xsl:call-template>
-        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="x" select="$nPassed + $nFailed + $nError + $nNotTerm"/><xsl:with-param name="n" select="$nOther"/></xsl:call-template>
+        <xsl:call-template name="bar-part"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="x" select="$nPassed + $nFailed + $nError"/><xsl:with-param name="n" select="$nOther"/></xsl:call-template>
       </svg>
     </xsl:if>
   </xsl:template>
@@ -494,7 +763,7 @@
       <xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="$s"/></xsl:call-template>
       <xsl:text> </xsl:text>
       <xsl:value-of select="$n"/>
-      <xsl:text>; </xsl:text>
+      <xsl:call-template name="t"><xsl:with-param name="k" select="'sep'"/></xsl:call-template>
     </xsl:if>
   </xsl:template>
 
@@ -529,25 +798,25 @@
         <p class="empty ok-note"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.problems'"/></xsl:call-template></p>
       </xsl:when>
       <xsl:otherwise>
+        <div class="scroll">
         <table class="grid problems">
           <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'problems.caption'"/></xsl:call-template></caption>
           <thead>
             <tr>
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></th>
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'status'"/></xsl:call-template></th>
-              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'verificationResult'"/></xsl:call-template></th>
+              <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'mp.label'"/></xsl:call-template></th>
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'firstFailure'"/></xsl:call-template></th>
             </tr>
           </thead>
           <tbody>
             <xsl:for-each select="$bad">
-              <xsl:variable name="outcome"><xsl:call-template name="case-outcome"/></xsl:variable>
               <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
               <xsl:variable name="first" select="key('bad-by-case', generate-id())[1]"/>
-              <tr>
+              <tr data-case="{$cid}">
                 <th scope="row"><a href="#{$cid}"><xsl:value-of select="@name"/></a></th>
-                <td><xsl:call-template name="badge"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></td>
-                <td><xsl:call-template name="vr"/></td>
+                <td><xsl:call-template name="badge"><xsl:with-param name="s" select="@status"/></xsl:call-template></td>
+                <td><xsl:call-template name="vr"><xsl:with-param name="k" select="'mp'"/></xsl:call-template></td>
                 <td>
                   <xsl:choose>
                     <xsl:when test="$first">
@@ -561,7 +830,7 @@
                     </xsl:when>
                     <xsl:when test="*/AssertionInfo">
                       <xsl:for-each select="*/AssertionInfo[last()]">
-                        <span class="muted"><xsl:call-template name="t"><xsl:with-param name="k" select="'lastAssertion'"/></xsl:call-template><xsl:text>: </xsl:text></span>
+                        <span class="muted"><xsl:call-template name="t"><xsl:with-param name="k" select="'lastAssertion'"/></xsl:call-template><xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template></span>
                         <a href="#{$cid}-a{count(../AssertionInfo)}">
                           <xsl:call-template name="assert-text"/>
                         </a>
@@ -577,6 +846,7 @@
             </xsl:for-each>
           </tbody>
         </table>
+        </div>
       </xsl:otherwise>
     </xsl:choose>
   </xsl:template>
@@ -606,8 +876,11 @@
     </xsl:if>
   </xsl:template>
 
+  <!-- The verification result, in the words of `k`: "vr" the document's
+       sentence, "mp" what it says of the model path. -->
   <xsl:template name="vr">
     <xsl:param name="v" select="@verificationResult"/>
+    <xsl:param name="k" select="'vr'"/>
     <span>
       <xsl:attribute name="class">
         <xsl:choose>
@@ -616,49 +889,48 @@
           <xsl:otherwise>vr vr-info</xsl:otherwise>
         </xsl:choose>
       </xsl:attribute>
-      <xsl:call-template name="word"><xsl:with-param name="k" select="'vr'"/><xsl:with-param name="v" select="$v"/></xsl:call-template>
+      <xsl:call-template name="word"><xsl:with-param name="k" select="$k"/><xsl:with-param name="v" select="$v"/></xsl:call-template>
     </span>
   </xsl:template>
 
   <!-- ===== Test case ===== -->
 
+  <!-- A test case as a block that opens and closes; `open` opens it whatever
+       its status (the block of a test case report). The name is a heading,
+       so that a screen reader steps from test case to test case. -->
   <xsl:template match="TestCaseResult">
-    <xsl:variable name="outcome"><xsl:call-template name="case-outcome"/></xsl:variable>
-    <xsl:variable name="key"><xsl:call-template name="status-key"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></xsl:variable>
+    <xsl:param name="open" select="false()"/>
+    <!-- h3 below the context's "Test cases", h2 as the heading of a test
+         case report. -->
+    <xsl:variable name="heading">
+      <xsl:choose>
+        <xsl:when test="$open">h2</xsl:when>
+        <xsl:otherwise>h3</xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
+    <xsl:variable name="status" select="string(@status)"/>
+    <xsl:variable name="key"><xsl:call-template name="status-key"><xsl:with-param name="s" select="$status"/></xsl:call-template></xsl:variable>
     <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
-    <xsl:variable name="asserts" select="*/AssertionInfo"/>
-    <xsl:variable name="nBad" select="count(key('bad-by-case', generate-id()))"/>
     <xsl:variable name="sd" select="ResultForSD/SDSummaryInfo/SDResults/SDResult[1]"/>
     <details id="{$cid}" data-status="{$key}">
       <xsl:attribute name="class">
         <xsl:text>case </xsl:text>
-        <xsl:call-template name="status-class"><xsl:with-param name="s" select="$outcome"/></xsl:call-template>
-        <xsl:if test="$outcome != 'PASSED'"> problem</xsl:if>
+        <xsl:call-template name="status-class"><xsl:with-param name="s" select="$status"/></xsl:call-template>
+        <xsl:if test="$status != 'PASSED'"> problem</xsl:if>
       </xsl:attribute>
-      <xsl:if test="$outcome != 'PASSED'"><xsl:attribute name="open">open</xsl:attribute></xsl:if>
+      <xsl:if test="$open or $status != 'PASSED'"><xsl:attribute name="open">open</xsl:attribute></xsl:if>
       <summary>
-        <xsl:call-template name="badge"><xsl:with-param name="s" select="$outcome"/></xsl:call-template>
+        <xsl:call-template name="badge"><xsl:with-param name="s" select="$status"/></xsl:call-template>
         <xsl:text> </xsl:text>
-        <span class="name"><xsl:value-of select="@name"/></span>
+        <xsl:element name="{$heading}"><xsl:attribute name="class">name</xsl:attribute><xsl:value-of select="@name"/></xsl:element>
         <xsl:text> </xsl:text>
-        <xsl:call-template name="vr"/>
         <span class="facts">
+          <xsl:call-template name="case-facts"/>
           <span class="tt"><xsl:call-template name="word"><xsl:with-param name="k" select="'tt'"/><xsl:with-param name="v" select="@testType"/></xsl:call-template></span>
-          <span>
-            <xsl:call-template name="int"><xsl:with-param name="n" select="count($asserts)"/></xsl:call-template>
-            <xsl:text> </xsl:text>
-            <xsl:call-template name="t"><xsl:with-param name="k" select="'assertionsShort'"/></xsl:call-template>
-            <xsl:if test="$nBad &gt; 0">
-              <xsl:text>, </xsl:text>
-              <xsl:call-template name="int"><xsl:with-param name="n" select="$nBad"/></xsl:call-template>
-              <xsl:text> </xsl:text>
-              <xsl:call-template name="t"><xsl:with-param name="k" select="'notPassedShort'"/></xsl:call-template>
-            </xsl:if>
-          </span>
           <xsl:if test="$sd">
             <span>
               <xsl:call-template name="t"><xsl:with-param name="k" select="'cov.coverage'"/></xsl:call-template>
-              <xsl:text> </xsl:text>
+              <xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template>
               <xsl:value-of select="$sd/@coverage"/>
               <xsl:value-of select="$pctSign"/>
             </span>
@@ -666,6 +938,7 @@
         </span>
       </summary>
       <div class="body">
+        <div class="scroll">
         <table class="card facts-table">
           <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></caption>
           <xsl:call-template name="field"><xsl:with-param name="k" select="'name'"/><xsl:with-param name="v" select="@name"/></xsl:call-template>
@@ -678,17 +951,12 @@
             <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'status'"/></xsl:call-template></th>
             <td><xsl:call-template name="badge"><xsl:with-param name="s" select="@status"/></xsl:call-template></td>
           </tr>
-          <xsl:if test="$outcome != string(@status)">
-            <tr>
-              <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'outcome'"/></xsl:call-template></th>
-              <td><xsl:call-template name="badge"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></td>
-            </tr>
-          </xsl:if>
           <tr>
             <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'verificationResult'"/></xsl:call-template></th>
             <td><xsl:call-template name="vr"/></td>
           </tr>
         </table>
+        </div>
         <xsl:apply-templates select="Diagnosis">
           <xsl:with-param name="cid" select="$cid"/>
         </xsl:apply-templates>
@@ -730,16 +998,30 @@
   <xsl:template name="image">
     <xsl:param name="k"/>
     <xsl:variable name="label"><xsl:call-template name="t"><xsl:with-param name="k" select="$k"/></xsl:call-template></xsl:variable>
+    <xsl:variable name="tc" select="ancestor::TestCaseResult[1]"/>
+    <xsl:variable name="alt">
+      <xsl:value-of select="$label"/>
+      <xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template>
+      <xsl:call-template name="fmt">
+        <xsl:with-param name="k" select="'img.of'"/>
+        <xsl:with-param name="n" select="$tc/ResultForSD/SDSummaryInfo/SDResults/SDResult[1]/@sdname"/>
+        <xsl:with-param name="m" select="$tc/@name"/>
+      </xsl:call-template>
+    </xsl:variable>
     <div class="figure">
       <div class="caption"><xsl:value-of select="$label"/></div>
-      <a href="{@img}"><img src="{@img}" alt="{$label}" loading="lazy"/></a>
-      <div class="path"><xsl:value-of select="@img"/></div>
+      <a href="{@img}"><img src="{@img}" alt="{$alt}" loading="lazy"/></a>
+      <div class="path"><xsl:call-template name="path"><xsl:with-param name="p" select="@img"/></xsl:call-template></div>
     </div>
   </xsl:template>
 
   <!-- Coverage of the sequence diagram: steps reached of all steps, drawn as
        a meter with its numbers beside it. -->
+  <!-- Its container takes the keyboard focus, so that it scrolls from the
+       keyboard too when it is wider than the screen. -->
   <xsl:template match="SDSummaryInfo">
+    <div class="scroll" tabindex="0" role="group">
+      <xsl:attribute name="aria-label"><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.coverage'"/></xsl:call-template></xsl:attribute>
     <table class="grid coverage">
       <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.coverage'"/></xsl:call-template></caption>
       <thead>
@@ -785,6 +1067,7 @@
         </xsl:for-each>
       </tbody>
     </table>
+    </div>
   </xsl:template>
 
   <!-- The assertion table of a test case; SD assertions carry the sequence
@@ -855,7 +1138,13 @@
                     </td>
                     <td><xsl:value-of select="concat(@sdiname, ' / ', @msgid)"/></td>
                     <td><xsl:value-of select="@usermsg"/><xsl:if test="@name"><div class="mono"><xsl:value-of select="@name"/></div></xsl:if></td>
-                    <td><xsl:value-of select="concat(@inr, ' / ', @onr)"/></td>
+                    <td>
+                      <!-- Only the numbers: the document keeps whatever
+                           followed them in the assertion text. -->
+                      <xsl:if test="string(@inr) or string(@onr)">
+                        <xsl:value-of select="concat(substring-before(concat(@inr, ' '), ' '), ' / ', substring-before(concat(@onr, ' '), ' '))"/>
+                      </xsl:if>
+                    </td>
                     <td>
                       <xsl:if test="@arbiterAssert">
                         <xsl:choose>
@@ -865,8 +1154,13 @@
                         </xsl:choose>
                       </xsl:if>
                     </td>
-                    <td><xsl:value-of select="@guid"/></td>
-                    <td><xsl:value-of select="@dir"/></td>
+                    <td>
+                      <xsl:choose>
+                        <xsl:when test="starts-with(@guid, 'GUID ')"><xsl:value-of select="substring(@guid, 6)"/></xsl:when>
+                        <xsl:otherwise><xsl:value-of select="@guid"/></xsl:otherwise>
+                      </xsl:choose>
+                    </td>
+                    <td><xsl:call-template name="path"><xsl:with-param name="p" select="@dir"/></xsl:call-template></td>
                     <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
                   </tr>
                 </xsl:for-each>
@@ -883,7 +1177,7 @@
                       </xsl:choose>
                     </td>
                     <td><xsl:value-of select="@name"/></td>
-                    <td><xsl:value-of select="@dir"/></td>
+                    <td><xsl:call-template name="path"><xsl:with-param name="p" select="@dir"/></xsl:call-template></td>
                     <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
                   </tr>
                 </xsl:for-each>
@@ -923,27 +1217,39 @@
     <xsl:text>
 :root{color-scheme:light;--bg:#f6f7f9;--fg:#1f2328;--card:#fff;--line:#d0d7de;--soft:#eef1f4;--muted:#57606a;--link:#0550ae;--focus:#0969da;
 --pass:#0f6b3a;--pass-bg:#dcf5e6;--fail:#b01c0c;--fail-bg:#ffe8e3;--error:#8a4b00;--error-bg:#fff1d6;--nt:#6a2fa8;--nt-bg:#f3e8ff;--other:#424a53;--other-bg:#eaeef2;
---pass-bar:#009e73;--fail-bar:#d55e00;--error-bar:#e69f00;--nt-bar:#9b59b6;--other-bar:#8c959f;--bad-row:#fff6f4;}
+--pass-bar:#009e73;--fail-bar:#d55e00;--error-bar:#e69f00;--nt-bar:#9b59b6;--other-bar:#8c959f;--bad-row:#fff6f4;--hit:#fff1a6;--toolbar:0px;}
 :root[data-theme=dark]{color-scheme:dark;--bg:#0d1117;--fg:#e6edf3;--card:#161b22;--line:#30363d;--soft:#21262d;--muted:#9da7b3;--link:#79c0ff;--focus:#58a6ff;
---pass:#7ee2a8;--pass-bg:#0f2d1c;--fail:#ffa198;--fail-bg:#3c1618;--error:#f2cc60;--error-bg:#3a2a08;--nt:#d2a8ff;--nt-bg:#2a1a45;--other:#c9d1d9;--other-bg:#2b3137;--bad-row:#24161a;}
+--pass:#7ee2a8;--pass-bg:#0f2d1c;--fail:#ffa198;--fail-bg:#3c1618;--error:#f2cc60;--error-bg:#3a2a08;--nt:#d2a8ff;--nt-bg:#2a1a45;--other:#c9d1d9;--other-bg:#2b3137;--bad-row:#24161a;--hit:#3d3500;}
 @media (prefers-color-scheme:dark){:root:not([data-theme=light]){color-scheme:dark;--bg:#0d1117;--fg:#e6edf3;--card:#161b22;--line:#30363d;--soft:#21262d;--muted:#9da7b3;--link:#79c0ff;--focus:#58a6ff;
---pass:#7ee2a8;--pass-bg:#0f2d1c;--fail:#ffa198;--fail-bg:#3c1618;--error:#f2cc60;--error-bg:#3a2a08;--nt:#d2a8ff;--nt-bg:#2a1a45;--other:#c9d1d9;--other-bg:#2b3137;--bad-row:#24161a;}}
+--pass:#7ee2a8;--pass-bg:#0f2d1c;--fail:#ffa198;--fail-bg:#3c1618;--error:#f2cc60;--error-bg:#3a2a08;--nt:#d2a8ff;--nt-bg:#2a1a45;--other:#c9d1d9;--other-bg:#2b3137;--bad-row:#24161a;--hit:#3d3500;}}
 body{margin:0;background:var(--bg);color:var(--fg);font-size:15px;line-height:1.45;}
 a{color:var(--link);}
 :focus-visible{outline:3px solid var(--focus);outline-offset:2px;}
 .skip{position:absolute;left:-9999px;top:0;background:var(--card);padding:6px 10px;z-index:2;}
 .skip:focus{left:8px;top:8px;}
 .page{max-width:1280px;margin:0 auto;padding:18px 24px 40px;}
+@media (max-width:600px){.page{padding:10px 10px 30px;}}
+h1,h2,h3,caption{overflow-wrap:break-word;}
 h1{font-size:1.6em;margin:0 0 12px;}
 h1 .kind{display:block;font-size:.55em;font-weight:600;color:var(--muted);text-transform:uppercase;letter-spacing:.05em;}
 h2{font-size:1.25em;margin:26px 0 10px;border-bottom:1px solid var(--line);padding-bottom:4px;}
 .cards,.summary{display:flex;flex-wrap:wrap;gap:12px;align-items:flex-start;}
+.cards>.scroll,.summary>.scroll{min-width:0;}
+.banner{background:var(--b);border:1px solid var(--c);border-left:8px solid var(--c);border-radius:6px;padding:8px 14px;margin:0 0 14px;}
+.banner p{margin:4px 0;}
+.verdict-line{display:flex;flex-wrap:wrap;gap:6px 14px;align-items:center;font-size:1.15em;}
+.verdict-label{font-weight:600;}
+.banner .badge{font-size:1em;padding:1px 12px;background:var(--card);}
+.exit b{font-variant-numeric:tabular-nums;}
+#banner-line{font-weight:600;}
+#banner-line>span+span::before{content:" \b7  ";}
 table{border-collapse:collapse;}
 caption{text-align:left;font-weight:700;padding:0 0 6px;}
 .card{background:var(--card);border:1px solid var(--line);border-radius:6px;}
 .card caption{padding:8px 10px 4px;}
 .card th,.card td{text-align:left;padding:3px 10px;vertical-align:top;}
 .card th{color:var(--muted);font-weight:600;white-space:nowrap;}
+.card td{overflow-wrap:anywhere;}
 .card .badge{color:inherit;}
 .grid{width:100%;background:var(--card);border:1px solid var(--line);}
 .grid caption{padding:8px 0 6px;}
@@ -952,7 +1258,7 @@ caption{text-align:left;font-weight:700;padding:0 0 6px;}
 .grid tbody th{font-weight:600;}
 .num,.grid td.num{text-align:right;font-variant-numeric:tabular-nums;}
 .mono,code,.where,.path{font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.86em;}
-.mono,.path{overflow-wrap:anywhere;}
+.mono{overflow-wrap:anywhere;}
 .file{white-space:nowrap;}
 .guid{min-width:10em;}
 .muted,.where,.path{color:var(--muted);}
@@ -973,6 +1279,7 @@ td.s{color:var(--c);font-weight:600;white-space:nowrap;}
 .asserts tr.st-error td:nth-child(2)::before{content:"!\a0";content:"!\a0"/"";}
 .asserts tr.st-other td:nth-child(2)::before{content:"?\a0";content:"?\a0"/"";}
 .asserts.sd td:nth-child(3),.asserts.sd td:nth-child(n+5):not(:nth-child(6)),.asserts.code td:nth-child(n+3){font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.86em;overflow-wrap:anywhere;}
+.asserts.sd td:nth-child(n+5):nth-child(8),.asserts.code td:nth-child(n+3):nth-child(4){overflow-wrap:normal;}
 .asserts.sd td:nth-child(7){min-width:10em;}
 .asserts td:last-child{white-space:nowrap;overflow-wrap:normal;}
 svg.bar{display:block;width:100%;height:18px;margin:12px 0 0;border-radius:4px;background:var(--soft);}
@@ -981,19 +1288,22 @@ svg.bar rect{fill:var(--bar);stroke:var(--card);stroke-width:2px;vector-effect:n
 .ok-note{color:var(--pass);font-style:normal;font-weight:600;}
 .case{background:var(--card);border:1px solid var(--line);border-left:6px solid var(--c);border-radius:6px;margin:10px 0;content-visibility:auto;contain-intrinsic-size:auto 48px;}
 .case>summary{cursor:pointer;padding:9px 12px;list-style-position:inside;}
-.case>summary .name{font-weight:700;font-size:1.05em;margin-right:6px;}
-.case>summary .vr{margin-right:8px;}
+.case>summary .name{display:inline;font-weight:700;font-size:1.05em;margin:0 6px 0 0;overflow-wrap:anywhere;}
+details.case,tr[id],h2[id],main{scroll-margin-top:calc(var(--toolbar) + 10px);}
+details.case:target{outline:3px solid var(--focus);outline-offset:2px;}
+tr:target>*{background:var(--hit) !important;}
+tr:target>th:first-child{box-shadow:inset 4px 0 0 var(--focus);}
 .facts{color:var(--muted);font-size:.88em;}
 .facts span+span::before{content:" · ";}
 .case[open]>summary{border-bottom:1px solid var(--soft);}
 .body{padding:8px 12px 12px;}
 .facts-table{margin:4px 0 10px;}
-.scroll{overflow-x:auto;}
+.scroll{overflow-x:auto;max-width:100%;}
 tr.bad>*{background:var(--bad-row);}
 .vr-ok{color:var(--pass);}.vr-bad{color:var(--fail);font-weight:600;}.vr-info{color:var(--muted);}
 .images{display:flex;flex-wrap:wrap;gap:14px;margin:10px 0;}
-.figure{flex:1 1 300px;max-width:560px;border:1px solid var(--line);border-radius:6px;padding:8px;background:var(--bg);}
-.figure img{max-width:100%;max-height:380px;display:block;background:#fff;}
+.figure{flex:1 1 260px;min-width:0;max-width:560px;border:1px solid var(--line);border-radius:6px;padding:8px;background:var(--bg);}
+.figure img{display:block;width:100%;height:280px;object-fit:contain;background:#fff;}
 .caption{font-weight:600;margin-bottom:4px;}
 .meter{display:inline-block;width:110px;height:10px;border:1px solid var(--muted);border-radius:5px;overflow:hidden;vertical-align:middle;background:var(--soft);}
 .meter .fill{display:block;height:100%;background:var(--pass-bar);}
@@ -1006,15 +1316,17 @@ tr.bad>*{background:var(--bad-row);}
 .filters legend{float:left;margin-right:6px;font-weight:600;}
 .filter{white-space:nowrap;cursor:pointer;}
 .filter .n{font-variant-numeric:tabular-nums;}
-.search input{font:inherit;padding:3px 8px;width:16em;border:1px solid var(--line);border-radius:4px;background:var(--card);color:var(--fg);}
+.search input{font:inherit;padding:3px 8px;width:16em;max-width:60vw;border:1px solid var(--line);border-radius:4px;background:var(--card);color:var(--fg);}
 button{font:inherit;padding:3px 10px;border:1px solid var(--line);border-radius:4px;background:var(--card);color:var(--fg);cursor:pointer;}
-.keys{margin:0;color:var(--muted);font-size:.85em;flex-basis:100%;}
+.keys{margin:0;color:var(--muted);font-size:.85em;}
+.shown{margin:0;font-weight:600;font-size:.9em;}
 .case.current{outline:3px solid var(--focus);}
 [hidden]{display:none !important;}
 @media print{
 .controls,.skip{display:none !important;}
 body{background:#fff;color:#000;font-size:11pt;}
 .case{content-visibility:visible;break-inside:auto;}
+.figure img{height:auto;max-height:380px;}
 .case>summary{list-style:none;}
 .scroll{overflow:visible;}
 }
@@ -1024,8 +1336,9 @@ body{background:#fff;color:#000;font-size:11pt;}
 
   <!-- ===== Script ===== -->
 
-  <!-- Filters by status, a text search, state in the URL hash, keys and the
-       theme toggle. The page is complete without it. -->
+  <!-- Filters by status with the count of what they show, a text search,
+       state in the URL hash, keys and the theme toggle. A test case report
+       has only the search and the toggle. The page is complete without it. -->
   <xsl:template name="script">
     <xsl:text>
 (function () {
@@ -1037,6 +1350,8 @@ body{background:#fff;color:#000;font-size:11pt;}
   var boxes = Array.prototype.slice.call(controls.querySelectorAll('.filters input'));
   var q = doc.getElementById('q');
   var nomatch = doc.getElementById('nomatch');
+  var shownNote = doc.getElementById('shown');
+  var problemRows = Array.prototype.slice.call(doc.querySelectorAll('table.problems tbody tr[data-case]'));
   var themeButton = doc.getElementById('theme');
   var texts = null, current = -1;
 
@@ -1095,6 +1410,15 @@ body{background:#fff;color:#000;font-size:11pt;}
       if (on) visible++;
     });
     if (nomatch) nomatch.hidden = visible !== 0;
+    // The problems list follows the filter, and the count says what it left.
+    problemRows.forEach(function (r) {
+      var c = doc.getElementById(r.getAttribute('data-case'));
+      r.hidden = !c || c.hidden;
+    });
+    if (shownNote) {
+      var text = shownNote.getAttribute('data-format').replace('{n}', visible).replace('{m}', cases.length);
+      if (shownNote.textContent !== text) shownNote.textContent = text;
+    }
     if (writeHash) {
       var s = state();
       history.replaceState(null, '', s ? '#' + s : location.pathname + location.search);
@@ -1130,10 +1454,14 @@ body{background:#fff;color:#000;font-size:11pt;}
     clearTimeout(timer);
     timer = setTimeout(function () { apply(true); }, 150);
   });
-  doc.getElementById('expand').addEventListener('click', function () {
+  function onClick(id, action) {
+    var button = doc.getElementById(id);
+    if (button) button.addEventListener('click', action);
+  }
+  onClick('expand', function () {
     cases.forEach(function (c) { if (!c.hidden) c.open = true; });
   });
-  doc.getElementById('collapse').addEventListener('click', function () {
+  onClick('collapse', function () {
     cases.forEach(function (c) { c.open = false; });
   });
 
@@ -1156,13 +1484,21 @@ body{background:#fff;color:#000;font-size:11pt;}
       return;
     }
     if (e.key === '/') { e.preventDefault(); q.focus(); q.select(); }
-    else if (e.key === 'j') step(1);
-    else if (e.key === 'k') step(-1);
+    else if (e.key === 'j' &amp;&amp; boxes.length) step(1);
+    else if (e.key === 'k' &amp;&amp; boxes.length) step(-1);
   });
   window.addEventListener('hashchange', readHash);
   window.addEventListener('beforeprint', function () { cases.forEach(function (c) { c.open = true; }); });
 
+  // Targets stop below the sticky toolbar: their scroll margin is its
+  // height, measured again whenever it wraps differently.
+  function measureToolbar() {
+    root.style.setProperty('--toolbar', Math.ceil(controls.getBoundingClientRect().height) + 'px');
+  }
   controls.hidden = false;
+  measureToolbar();
+  if (window.ResizeObserver) new ResizeObserver(measureToolbar).observe(controls);
+  else window.addEventListener('resize', measureToolbar);
   readHash();
 })();
 </xsl:text>

@@ -259,15 +259,26 @@ TEST_F(RenderHtmlTest, PendingStandardOutputComesFirst) {
   EXPECT_EQ(test::readFile(log), "pendingchild");
 }
 
-TEST_F(RenderHtmlTest, XsltprocGetsTheEnvironmentWithMallocTunables) {
+TEST_F(RenderHtmlTest, XsltprocGetsTheCallersEnvironmentAsItIs) {
   installFake(0);
   dir_.write("bin/xsltproc",
-             "#!/bin/sh\nprintf '%s|%s' \"$GLIBC_TUNABLES\" \"$QENDOR_PROBE\" > '" + args_ + "'\n");
+             "#!/bin/sh\nprintf '%s|%s|%s' \"${GLIBC_TUNABLES-unset}\" "
+             "\"$QENDOR_PROBE\" \"$QENDOR_OTHER\" > '" +
+                 args_ + "'\n");
   test::ScopedEnv tunables("GLIBC_TUNABLES", nullptr);
   test::ScopedEnv probe("QENDOR_PROBE", "kept");
+  test::ScopedEnv other("QENDOR_OTHER", "glibc.malloc.hugetlb=0");
   EXPECT_TRUE(render(dir_.file("a.xml"), dir_.file("a.html")));
-  EXPECT_EQ(test::readFile(args_), "glibc.malloc.hugetlb=1:glibc.malloc.top_pad=4194304|kept");
+  EXPECT_EQ(test::readFile(args_), "unset|kept|glibc.malloc.hugetlb=0");
   EXPECT_EQ(stderr_, "");
+}
+
+TEST_F(RenderHtmlTest, TheCallersMallocTunablesReachXsltprocUnchanged) {
+  installFake(0);
+  dir_.write("bin/xsltproc", "#!/bin/sh\nprintf '%s' \"$GLIBC_TUNABLES\" > '" + args_ + "'\n");
+  test::ScopedEnv tunables("GLIBC_TUNABLES", "glibc.malloc.check=0");
+  EXPECT_TRUE(render(dir_.file("a.xml"), dir_.file("a.html")));
+  EXPECT_EQ(test::readFile(args_), "glibc.malloc.check=0");
 }
 
 TEST(RenderSlotsTest, OnePerCoreThisProcessMayRunOn) {
@@ -285,41 +296,6 @@ TEST(RenderSlotsTest, OnePerCoreThisProcessMayRunOn) {
   ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
   EXPECT_EQ(renderSlots(), 1u);
   ASSERT_EQ(sched_setaffinity(0, sizeof original, &original), 0);
-}
-
-TEST(RenderEnvironmentTest, AddsTheTunablesLast) {
-  char path[] = "PATH=/bin";
-  char home[] = "HOME=/root";
-  char* env[] = {path, home, nullptr};
-  EXPECT_EQ(renderEnvironment(env),
-            (std::vector<std::string>{"PATH=/bin", "HOME=/root",
-                                      "GLIBC_TUNABLES=glibc.malloc.hugetlb=1:"
-                                      "glibc.malloc.top_pad=4194304"}));
-}
-
-TEST(RenderEnvironmentTest, TheUsersTunablesFollowOursInPlace) {
-  char path[] = "PATH=/bin";
-  char tunables[] = "GLIBC_TUNABLES=glibc.malloc.hugetlb=0";
-  char home[] = "HOME=/root";
-  char* env[] = {path, tunables, home, nullptr};
-  EXPECT_EQ(renderEnvironment(env),
-            (std::vector<std::string>{"PATH=/bin",
-                                      "GLIBC_TUNABLES=glibc.malloc.hugetlb=1:"
-                                      "glibc.malloc.top_pad=4194304:glibc.malloc.hugetlb=0",
-                                      "HOME=/root"}));
-}
-
-TEST(RenderEnvironmentTest, AnEmptyTunablesEntryAndNoEnvironment) {
-  char tunables[] = "GLIBC_TUNABLES=";
-  char named[] = "GLIBC_TUNABLESX=1";
-  char* env[] = {named, tunables, nullptr};
-  EXPECT_EQ(renderEnvironment(env),
-            (std::vector<std::string>{"GLIBC_TUNABLESX=1",
-                                      "GLIBC_TUNABLES=glibc.malloc.hugetlb=1:"
-                                      "glibc.malloc.top_pad=4194304"}));
-  EXPECT_EQ(renderEnvironment(nullptr),
-            (std::vector<std::string>{"GLIBC_TUNABLES=glibc.malloc.hugetlb=1:"
-                                      "glibc.malloc.top_pad=4194304"}));
 }
 
 // A fake xsltproc that notes "start NAME" and "end NAME" (NAME: the XML

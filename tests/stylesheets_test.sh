@@ -40,7 +40,8 @@ if ! command -v xsltproc >/dev/null 2>&1; then
 fi
 
 # Per language: lang value, then words that must appear in every page
-# (environment and configuration captions, the user label).
+# (environment and configuration captions, the user label, the exit status
+# of the verdict banner).
 langs="ENU CHS CHT KOR JPN"
 lang_of() {
   case $1 in
@@ -49,60 +50,67 @@ lang_of() {
 }
 common_words() {
   case $1 in
-    ENU) printf '%s\n' 'Environment' 'Configuration' 'User' 'Summary' ;;
-    CHS) printf '%s\n' '环境' '配置' '用户' '摘要' ;;
-    CHT) printf '%s\n' '環境' '組態' '使用者' '摘要' ;;
-    KOR) printf '%s\n' '환경' '구성' '사용자' '요약' ;;
-    JPN) printf '%s\n' '環境' '構成' 'ユーザー' '概要' ;;
+    ENU) printf '%s\n' 'Environment' 'Configuration' 'User' 'Exit status' ;;
+    CHS) printf '%s\n' '环境' '配置' '用户' '退出状态' ;;
+    CHT) printf '%s\n' '環境' '組態' '使用者' '結束狀態' ;;
+    KOR) printf '%s\n' '환경' '구성' '사용자' '종료 상태' ;;
+    JPN) printf '%s\n' '環境' '構成' 'ユーザー' '終了ステータス' ;;
   esac
 }
 # Words a sample must show in a language: "sample|word".
 sample_words() {
   case $1 in
     ENU) printf '%s\n' \
-      'diagnosis|Where the run left the model' 'diagnosis|Expected step' 'diagnosis|the run recorded step' 'diagnosis|Path the verification followed' 'diagnosis|Transitions tried:' \
+      'context_diagnosis|Where the run left the model' 'context_diagnosis|Expected step' 'context_diagnosis|the run recorded step' 'context_diagnosis|Path the verification followed' 'context_diagnosis|Transitions tried:' \
       'testcase_sd|Passed' 'testcase_sd|Result verification successful' \
       'testcase_sd|Sequence diagram test' 'testcase_sd|Coverage' 'testcase_sd|internal' \
       'testcase_sd|external' 'testcase_code|Failed' 'testcase_code|Code test' \
       'testcase_code|No result verification for Code TestCases' \
-      'context|Not terminated' 'context|Error' 'context|Undefined' \
+      'context|Model path: did not terminate' 'context|Error' 'context|Undefined' \
+      'context|Summary' 'context|1 of 9 test cases failed, 3 ended in error, 1 have no verdict' \
+      'testcase_code|Assertions: 1 failed' 'testcase_sd|Model path: followed' \
       'context|TestCase did not terminate as expected' 'context|Result verification failed' \
       'context|Result verification switched off' \
       'context|Statechart contains elements that are not supported for result verification' \
       'context|Result verification currently not supported for SDs with interaction operator parallel' \
       'context_empty|This test context has no test cases.' ;;
     CHS) printf '%s\n' \
-      'diagnosis|运行偏离模型的位置' 'diagnosis|预期步骤' 'diagnosis|运行记录的步骤为' 'diagnosis|验证所经过的路径' \
+      'context_diagnosis|运行偏离模型的位置' 'context_diagnosis|预期步骤' 'context_diagnosis|运行记录的步骤为' 'context_diagnosis|验证所经过的路径' \
       'testcase_sd|通过' 'testcase_sd|结果验证成功' 'testcase_sd|序列图测试' 'testcase_sd|覆盖率' \
       'testcase_sd|内部' 'testcase_sd|外部' 'testcase_code|失败' 'testcase_code|代码测试' \
-      'testcase_code|代码测试用例不进行结果验证' 'context|未终止' 'context|错误' 'context|未定义' \
+      'testcase_code|代码测试用例不进行结果验证' 'context|模型路径：未终止' 'context|错误' 'context|未定义' \
+      'context|摘要' 'context|9 个测试用例中 1 个失败，3 个以错误结束，1 个没有结论' \
       'context|测试用例未按预期终止' 'context|结果验证失败' 'context|结果验证已关闭' \
       'context|状态图包含结果验证不支持的元素' 'context|并行交互运算符' \
       'context_empty|此测试上下文不包含测试用例。' ;;
     CHT) printf '%s\n' \
-      'diagnosis|執行偏離模型的位置' 'diagnosis|預期步驟' 'diagnosis|執行記錄的步驟為' 'diagnosis|驗證所經過的路徑' \
+      'context_diagnosis|執行偏離模型的位置' 'context_diagnosis|預期步驟' 'context_diagnosis|執行記錄的步驟為' 'context_diagnosis|驗證所經過的路徑' \
       'testcase_sd|通過' 'testcase_sd|結果驗證成功' 'testcase_sd|序列圖測試' 'testcase_sd|覆蓋率' \
       'testcase_sd|內部' 'testcase_sd|外部' 'testcase_code|失敗' 'testcase_code|程式碼測試' \
-      'testcase_code|程式碼測試案例不進行結果驗證' 'context|未終止' 'context|錯誤' 'context|未定義' \
+      'testcase_code|程式碼測試案例不進行結果驗證' 'context|模型路徑：未終止' 'context|錯誤' 'context|未定義' \
+      'context|摘要' 'context|9 個測試案例中 1 個失敗，3 個以錯誤結束，1 個沒有結論' \
       'context|測試案例未如預期終止' 'context|結果驗證失敗' 'context|結果驗證已關閉' \
       'context|狀態圖包含結果驗證不支援的元素' 'context|平行互動運算子' \
       'context_empty|此測試上下文不包含測試案例。' ;;
     KOR) printf '%s\n' \
-      'diagnosis|실행이 모델을 벗어난 위치' 'diagnosis|예상 단계' 'diagnosis|실행이 기록한 단계' 'diagnosis|검증이 따라간 경로' \
+      'context_diagnosis|실행이 모델을 벗어난 위치' 'context_diagnosis|예상 단계' 'context_diagnosis|실행이 기록한 단계' 'context_diagnosis|검증이 따라간 경로' \
       'testcase_sd|통과' 'testcase_sd|결과 검증 성공' 'testcase_sd|시퀀스 다이어그램 테스트' \
       'testcase_sd|커버리지' 'testcase_sd|내부' 'testcase_sd|외부' 'testcase_code|실패' \
       'testcase_code|코드 테스트' 'testcase_code|코드 테스트 케이스는 결과 검증을 하지 않음' \
-      'context|종료되지 않음' 'context|오류' 'context|정의되지 않음' \
+      'context|모델 경로: 종료되지 않음' 'context|오류' 'context|정의되지 않음' 'context|요약' \
+      'context|테스트 케이스 9개 중 1개 실패, 3개 오류로 종료, 1개 판정 없음' \
       'context|테스트 케이스가 예상대로 종료되지 않음' 'context|결과 검증 실패' \
       'context|결과 검증이 꺼져 있음' 'context|상태 차트에 결과 검증이 지원되지 않는 요소가 있음' \
       'context|병렬 상호작용 연산자' \
       'context_empty|이 테스트 컨텍스트에는 테스트 케이스가 없습니다.' ;;
     JPN) printf '%s\n' \
-      'diagnosis|実行がモデルから外れた箇所' 'diagnosis|期待されたステップ' 'diagnosis|実行が記録したステップ' 'diagnosis|検証がたどった経路' \
+      'context_diagnosis|実行がモデルから外れた箇所' 'context_diagnosis|期待されたステップ' 'context_diagnosis|実行が記録したステップ' 'context_diagnosis|検証がたどった経路' \
       'testcase_sd|合格' 'testcase_sd|結果検証に成功しました' 'testcase_sd|シーケンス図テスト' \
       'testcase_sd|カバレッジ' 'testcase_sd|内部' 'testcase_sd|外部' 'testcase_code|不合格' \
       'testcase_code|コードテスト' 'testcase_code|コードテストケースには結果検証はありません' \
-      'context|未終了' 'context|エラー' 'context|未定義' \
+      'context|モデルパス：終了せず' 'context|エラー' 'context|未定義' 'context|概要' \
+      'context|9 件中 1 件のテストケースが不合格、3 件がエラーで終了、1 件に判定なし' \
+      'testcase_code|アサーション：1 件が不合格' \
       'context|テストケースは想定どおりに終了しませんでした' 'context|結果検証に失敗しました' \
       'context|結果検証はオフです' 'context|ステートチャートに結果検証でサポートされない要素が含まれています' \
       'context|並行相互作用演算子' \
@@ -182,7 +190,8 @@ for code in $langs; do
       # unknown. Every other message is an error of the page.
       xmllint --html --noout "$html" >"$work/lint" 2>&1
       lint_status=$?
-      grep 'parser error' "$work/lint" | grep -v -E ': Tag (details|summary|svg|rect) invalid$' >"$work/lint.bad"
+      grep 'parser error' "$work/lint" |
+        grep -v -E ': Tag (details|summary|svg|rect|header|section|main|footer|wbr) invalid$' >"$work/lint.bad"
       if [ "$lint_status" -eq 0 ] && [ ! -s "$work/lint.bad" ]; then
         ok
       else
@@ -192,17 +201,41 @@ for code in $langs; do
     check "$what: no scripted handlers in markup" lacks "$html" 'onclick='
     check "$what: controls hidden until the script runs" has "$html" '<div class="controls" id="controls" hidden="hidden" role="search">'
     check "$what: script inline" has "$html" '<script>'
-    check "$what: skip link" has "$html" '<a class="skip" href="#cases">'
-    check "$what: test case heading target" has "$html" '<h2 id="cases" tabindex="-1">'
+    check "$what: skip link" has "$html" '<a class="skip" href="#main">'
+    check "$what: landmarks" has "$html" '<header class="head">'
+    check "$what: main landmark" has "$html" '<main id="main" tabindex="-1">'
+    check "$what: footer landmark" has "$html" '<footer class="foot">'
+    check "$what: verdict banner first in the header" has "$html" '</h1><section id="banner" aria-labelledby="verdict" class="banner'
     check "$what: dark scheme follows the system" has "$html" '@media (prefers-color-scheme:dark)'
     check "$what: print stylesheet" has "$html" '@media print'
-    check "$what: five status filters" test "$(grep -o '<input type="checkbox" checked value="[A-Z_]*">' "$html" | wc -l)" -eq 5
+    filters=$(grep -o '<input type="checkbox" checked value="[A-Z_]*">' "$html" | wc -l)
+    case $name in
+      context*)
+        check "$what: four status filters" test "$filters" -eq 4
+        check "$what: test case heading target" has "$html" '<h2 id="cases" tabindex="-1">'
+        check "$what: filter count announced" has "$html" 'id="shown" aria-live="polite"'
+        ;;
+      *)
+        check "$what: a test case report has no filters" test "$filters" -eq 0
+        check "$what: a test case report has no problems list" lacks "$html" 'id="problems"'
+        check "$what: a test case report has no pass rate" lacks "$html" 'id="passrate"'
+        check "$what: a test case report has no counts by status" lacks "$html" 'data-count='
+        ;;
+    esac
     case $name in
       testcase_sd)
         check "$what: header value" has "$html" 'Shop.Checkout.PlaceOrder'
         check "$what: message escaped" has "$html" 'Cart &lt;3 items&gt; &amp; "gift" wrap'
-        check "$what: GUID as it stands" has "$html" 'GUID 1b4e28ba-2fa1-11d2-883f-0016d3cca427'
-        check "$what: out number as it stands" has "$html" '2 - [Arbiter ASSERT: internal]'
+        check "$what: GUID without its prefix" has "$html" '<td>1b4e28ba-2fa1-11d2-883f-0016d3cca427</td>'
+        check "$what: no GUID prefix" lacks "$html" 'GUID 1b4e28ba'
+        check "$what: in and out numbers only" has "$html" '<td>1 / 2</td>'
+        check "$what: no arbiter text in the out number" lacks "$html" '[Arbiter ASSERT'
+        check "$what: diagram described by its name and test case" \
+          grep -q 'alt="[^"]*SdPlaceOrder[^"]*PlaceOrder[^"]*"\|alt="[^"]*PlaceOrder[^"]*SdPlaceOrder[^"]*"' "$html"
+        check "$what: path breaks only after its separators" has "$html" '<div class="path">spec_jpegs/<wbr>'
+        if [ "$code" = ENU ]; then
+          check "$what: alt text" has "$html" 'alt="Specified diagram: sequence diagram SdPlaceOrder of test case PlaceOrder"'
+        fi
         check "$what: diagram image of the model linked" has "$html" 'src="spec_jpegs/PlaceOrder.jpg"'
         check "$what: result image linked" has "$html" 'href="result_jpegs/PlaceOrder.jpg"'
         check "$what: sequence diagram name" has "$html" 'SdPlaceOrder'
@@ -211,11 +244,10 @@ for code in $langs; do
         check "$what: coverage steps" has "$html" '(2/2)'
         check "$what: file and line" has "$html" 'place_order.cpp:14'
         check "$what: versions" has "$html" '7.5, build 1234'
-        check "$what: exit status 0" has "$html" '<td class="num" id="exit">0</td>'
-        check "$what: passed test case closed" has "$html" '<details id="tc-PlaceOrder" data-status="PASSED" class="case st-pass">'
+        check "$what: exit status 0" has "$html" '<b id="exit">0</b>'
+        check "$what: the one test case open" has "$html" '<details id="tc-PlaceOrder" data-status="PASSED" class="case st-pass" open="open">'
+        check "$what: test case name a heading" has "$html" '<h2 class="name">PlaceOrder</h2>'
         check "$what: assertion anchor" has "$html" '<tr ID="tc-PlaceOrder-a1"><th><a href="#tc-PlaceOrder-a1">1</a></th>'
-        check "$what: no problems" has "$html" '<p class="empty ok-note">'
-        check "$what: pass rate" has "$html" '<td class="num" id="passrate">100%</td>'
         ;;
       testcase_code)
         check "$what: statement escaped" has "$html" 'total &lt; 0 &amp;&amp; x &gt; 1'
@@ -226,37 +258,37 @@ for code in $langs; do
           check "$what: failed row shows its status word" has "$html" '<th><a href="#tc-TotalPrice-a2">2</a></th><td>Failed</td>'
           check "$what: passed row shows its status word" has "$html" '<th><a href="#tc-TotalPrice-a1">1</a></th><td>Passed</td>'
         fi
-        check "$what: exit status 10" has "$html" '<td class="num" id="exit">10</td>'
+        check "$what: exit status 10" has "$html" '<b id="exit">10</b>'
         check "$what: failed test case open" has "$html" '<details id="tc-TotalPrice" data-status="FAILED" class="case st-fail problem" open="open">'
-        check "$what: problem links its first failing assertion" has "$html" '<a href="#tc-TotalPrice-a2"><code>total &lt; 0 &amp;&amp; x &gt; 1</code></a>'
-        check "$what: assertion totals" has "$html" '<td class="num" id="nasserts">3</td>'
-        check "$what: assertions not passed" has "$html" '<td class="num" id="nbad">1</td>'
-        check "$what: pass rate" has "$html" '<td class="num" id="passrate">0%</td>'
+        check "$what: banner links the first failing assertion" has "$html" '<a id="first-problem" href="#tc-TotalPrice-a2">'
+        check "$what: banner names it" has "$html" '<code>total &lt; 0 &amp;&amp; x &gt; 1</code></a>'
         ;;
       context)
         check "$what: problem links a test case" has "$html" '<a href="#tc-Odd">Odd</a>'
         check "$what: anchor of a test case" has "$html" 'id="tc-Stalls"'
+        check "$what: test case names are headings below the section's" has "$html" '<h3 class="name">Stalls</h3>'
         check "$what: unknown verdict kept" has "$html" 'Some future verdict'
         check "$what: non-ASCII value kept" has "$html" 'Gesamtpreis für 3 Artikel – 合计'
         check "$what: status bar" has "$html" '<svg class="bar" viewBox="0 0 9 1"'
-        check "$what: bar segments" test "$(grep -o '<rect ' "$html" | wc -l)" -eq 5
-        check "$what: exit status 10" has "$html" '<td class="num" id="exit">10</td>'
+        check "$what: bar segments" test "$(grep -o '<rect ' "$html" | wc -l)" -eq 4
+        check "$what: exit status 10" has "$html" '<b id="exit">10</b>'
+        check "$what: banner links the first problem" has "$html" '<a id="first-problem" href="#tc-PayTwice">'
         check "$what: passed count" has "$html" '<td class="num" data-count="PASSED">4</td>'
         check "$what: failed count" has "$html" '<td class="num" data-count="FAILED">1</td>'
-        check "$what: error count" has "$html" '<td class="num" data-count="ERROR">2</td>'
-        check "$what: not-terminated count" has "$html" '<td class="num" data-count="NOT_TERMINATED">1</td>'
+        check "$what: error count, not terminated included" has "$html" '<td class="num" data-count="ERROR">3</td>'
+        check "$what: no status of its own for not terminated" lacks "$html" 'NOT_TERMINATED'
         check "$what: undefined count" has "$html" '<td class="num" data-count="UNDEFINED">1</td>'
         check "$what: pass rate" has "$html" '<td class="num" id="passrate">44.4%</td>'
-        check "$what: not-terminated case filed as such" has "$html" '<details id="tc-Stalls" data-status="NOT_TERMINATED" class="case st-nt problem" open="open">'
+        check "$what: not-terminated case shows its status ERROR" has "$html" '<details id="tc-Stalls" data-status="ERROR" class="case st-error problem" open="open">'
         check "$what: five problems" has "$html" '<h2 id="problems">'
-        check "$what: five problem rows" test "$(grep -o '<tr><th scope="row"><a href="#tc-' "$html" | wc -l)" -eq 5
+        check "$what: five problem rows" test "$(grep -o '<tr data-case="tc-[A-Za-z]*"><th scope="row"><a href="#tc-' "$html" | wc -l)" -eq 5
         check "$what: problem with no assertion failing points at the last one" has "$html" '<a href="#tc-Stalls-a1">'
         check "$what: first failing assertion of a failed case" has "$html" '<a href="#tc-ReturnItem-a1"><code>refund == price</code></a>'
         check "$what: nine test cases" test "$(grep -o '<details id="tc-' "$html" | wc -l)" -eq 9
         ;;
       context_empty)
         check "$what: context name" has "$html" 'Lib::Shop.Empty'
-        check "$what: exit status 12" has "$html" '<td class="num" id="exit">12</td>'
+        check "$what: exit status 12" has "$html" '<b id="exit">12</b>'
         check "$what: no test case blocks" lacks "$html" '<details'
         check "$what: no bar" lacks "$html" '<svg'
         ;;
@@ -287,7 +319,13 @@ if command -v xmllint >/dev/null 2>&1; then
   is "JUnit/context: tests" 9 "$(jx $c 'string(/testsuites/@tests)')"
   is "JUnit/context: failures" 1 "$(jx $c 'string(/testsuites/testsuite/@failures)')"
   is "JUnit/context: errors" 4 "$(jx $c 'string(/testsuites/testsuite/@errors)')"
-  is "JUnit/context: assertions" 7 "$(jx $c 'string(/testsuites/@assertions)')"
+  is "JUnit/context: assertions" 7 "$(jx $c 'string(/testsuites/testsuite/properties/property[@name="assertions"]/@value)')"
+  is "JUnit/context: assertions of a test case" 1 \
+    "$(jx $c 'string(//testcase[@name="ReturnItem"]/properties/property[@name="assertions"]/@value)')"
+  is "JUnit/context: no assertions attribute" 0 "$(jx $c 'count(//@assertions)')"
+  is "JUnit/context: timestamp" 2025-11-22T10:15:42 "$(jx $c 'string(/testsuites/testsuite/@timestamp)')"
+  is "JUnit/context: counts kept" '9 1 4 0' \
+    "$(jx $c 'concat(//testsuite/@tests, " ", //testsuite/@failures, " ", //testsuite/@errors, " ", //testsuite/@skipped)')"
   is "JUnit/context: suite name" Shop.Checkout "$(jx $c 'string(/testsuites/testsuite/@name)')"
   is "JUnit/context: host" build-07 "$(jx $c 'string(/testsuites/testsuite/@hostname)')"
   is "JUnit/context: context status" FAILED "$(jx $c 'string(//property[@name="contextStatus"]/@value)')"
@@ -303,6 +341,15 @@ if command -v xmllint >/dev/null 2>&1; then
   is "JUnit/context: UNDEFINED is an error" UNDEFINED "$(jx $c 'string(//testcase[@name="Odd"]/error/@type)')"
   is "JUnit/context: test cases in order" 'PlaceOrder PayTwice ReturnItem Stalls Missing Chart Parallel Total Odd' \
     "$(jx $c '//testcase/@name' | sed 's/^ *name="\([^"]*\)"$/\1/' | tr '\n' ' ' | sed 's/ $//')"
+  # The header's time as the C library pads a one-digit day, and in the
+  # words of another locale, which gives no timestamp rather than a wrong one.
+  sed 's/time="[^"]*"/time="Sun Nov  2 07:05:09 2025"/' "$samples/context.xml" >"$work/early.xml"
+  xsltproc -o "$work/early.junit.xml" "$junit" "$work/early.xml"
+  is "JUnit/one-digit day: timestamp" 2025-11-02T07:05:09 "$(jx early 'string(//testsuite/@timestamp)')"
+  sed 's/time="[^"]*"/time="2025年11月22日 10時15分42秒"/' "$samples/context.xml" >"$work/local.xml"
+  xsltproc -o "$work/local.junit.xml" "$junit" "$work/local.xml"
+  is "JUnit/other locale: no timestamp" 0 "$(jx local 'count(//testsuite/@timestamp)')"
+  is "JUnit/other locale: hostname still there" build-07 "$(jx local 'string(//testsuite/@hostname)')"
   c=testcase_code
   is "JUnit/testcase: suite is the context" Shop.Checkout "$(jx $c 'string(/testsuites/testsuite/@name)')"
   is "JUnit/testcase: one test" 1 "$(jx $c 'string(/testsuites/@tests)')"

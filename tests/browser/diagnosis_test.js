@@ -130,6 +130,8 @@ async function run() {
       // A phone: the picture wraps, the page never scrolls sideways.
       await page.setViewportSize({width: 400, height: 800});
       await page.waitForTimeout(100);
+      const width = await page.evaluate(() => document.documentElement.scrollWidth);
+      check(code + ': the page never scrolls sideways at 400 px', width <= 400, width);
       const overflow = await page.$$eval('.diag', (all) =>
         all.map((d) => d.scrollWidth - d.clientWidth).filter((extra) => extra > 0));
       equal(code + ': no diagnosis scrolls sideways at 400 px', [], overflow);
