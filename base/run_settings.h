@@ -38,6 +38,8 @@ struct RunSettings {
   std::string testCaseName;
   int reportLanguage = kEnu;
   std::string programDirectory;
+  // "-history": where the history files of earlier runs lie; null without.
+  const char* historyDirectory = nullptr;
 
   // From the info file.
   std::string ostraVersionNumber;
