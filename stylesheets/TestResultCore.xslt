@@ -30,6 +30,9 @@
   <xsl:output method="html" encoding="UTF-8" indent="no"
               doctype-system="about:legacy-compat"/>
 
+  <!-- Earlier runs, when the document has a History element. -->
+  <xsl:include href="TestResultHistory.xslt"/>
+
   <!-- Defaults, overridden by the importing language file. -->
   <xsl:variable name="lang" select="'en'"/>
   <xsl:variable name="fonts"
@@ -221,6 +224,7 @@
           <xsl:value-of select="$fonts"/>
           <xsl:text>;}</xsl:text>
           <xsl:call-template name="css"/>
+          <xsl:call-template name="history-css"/>
         </style>
       </head>
       <body>
@@ -237,6 +241,7 @@
               <xsl:with-param name="cases" select="$cases"/>
               <xsl:with-param name="isContext" select="$isContext"/>
             </xsl:call-template>
+            <xsl:apply-templates select="History" mode="trend"/>
             <xsl:call-template name="problems">
               <xsl:with-param name="cases" select="$cases"/>
             </xsl:call-template>
@@ -527,7 +532,7 @@
       </xsl:when>
       <xsl:otherwise>
         <table class="grid problems">
-          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'problems.caption'"/></xsl:call-template></caption>
+          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'problems.caption'"/></xsl:call-template><xsl:call-template name="history-problems-note"/></caption>
           <thead>
             <tr>
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></th>
@@ -538,11 +543,12 @@
           </thead>
           <tbody>
             <xsl:for-each select="$bad">
+              <xsl:sort select="number(key('hist-trend', @fullname)[1]/@classification != 'new')" data-type="number"/>
               <xsl:variable name="outcome"><xsl:call-template name="case-outcome"/></xsl:variable>
               <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
               <xsl:variable name="first" select="key('bad-by-case', generate-id())[1]"/>
               <tr>
-                <th scope="row"><a href="#{$cid}"><xsl:value-of select="@name"/></a></th>
+                <th scope="row"><a href="#{$cid}"><xsl:value-of select="@name"/></a><xsl:call-template name="history-problem-mark"/></th>
                 <td><xsl:call-template name="badge"><xsl:with-param name="s" select="$outcome"/></xsl:call-template></td>
                 <td><xsl:call-template name="vr"/></td>
                 <td>
@@ -638,6 +644,7 @@
         <xsl:text> </xsl:text>
         <span class="name"><xsl:value-of select="@name"/></span>
         <xsl:text> </xsl:text>
+        <xsl:call-template name="history-strip"/>
         <xsl:call-template name="vr"/>
         <span class="facts">
           <span class="tt"><xsl:call-template name="word"><xsl:with-param name="k" select="'tt'"/><xsl:with-param name="v" select="@testType"/></xsl:call-template></span>
