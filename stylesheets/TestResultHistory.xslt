@@ -62,7 +62,7 @@
             <xsl:text>; </xsl:text>
           </xsl:for-each>
           <xsl:call-template name="t"><xsl:with-param name="k" select="'hist.now'"/></xsl:call-template>
-          <xsl:text> </xsl:text>
+          <xsl:text>: </xsl:text>
           <xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="$outcome"/></xsl:call-template>
           <xsl:text>. </xsl:text>
         </span>
@@ -155,18 +155,22 @@
           <xsl:otherwise>1</xsl:otherwise>
         </xsl:choose>
       </xsl:variable>
+      <xsl:variable name="passedWord">
+        <xsl:call-template name="word"><xsl:with-param name="k" select="'st'"/><xsl:with-param name="v" select="'PASSED'"/></xsl:call-template>
+      </xsl:variable>
+      <!-- "Trend: Run 1: Passed 7/9; ...; This run: Passed 6/9" -->
       <xsl:variable name="label">
         <xsl:call-template name="t"><xsl:with-param name="k" select="'hist.trend'"/></xsl:call-template>
         <xsl:text>: </xsl:text>
         <xsl:for-each select="$runs">
           <xsl:sort select="@number" data-type="number" order="ascending"/>
           <xsl:call-template name="t"><xsl:with-param name="k" select="'hist.run'"/></xsl:call-template>
-          <xsl:value-of select="concat(' ', @number, ' ', count(TestCaseRun[@status = 'PASSED']), '/', count(TestCaseRun), '; ')"/>
+          <xsl:value-of select="concat(' ', @number, ': ', $passedWord, ' ', count(TestCaseRun[@status = 'PASSED']), '/', count(TestCaseRun), '; ')"/>
         </xsl:for-each>
         <xsl:call-template name="t"><xsl:with-param name="k" select="'hist.now'"/></xsl:call-template>
-        <xsl:value-of select="concat(' ', $nowPassed, '/', $nowTotal)"/>
+        <xsl:value-of select="concat(': ', $passedWord, ' ', $nowPassed, '/', $nowTotal)"/>
       </xsl:variable>
-      <section class="hist-trend" aria-labelledby="hist-trend-title">
+      <div class="hist-trend" role="region" aria-labelledby="hist-trend-title">
         <h3 id="hist-trend-title"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.trend'"/></xsl:call-template></h3>
         <!-- One slot of ten units a run; passed test cases rise above the
              line, the others hang below it, so the two read apart without
@@ -232,7 +236,7 @@
             </tbody>
           </table>
         </details>
-      </section>
+      </div>
     </xsl:if>
   </xsl:template>
 
