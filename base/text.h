@@ -17,6 +17,8 @@ inline bool startsWith(std::string_view text, std::string_view prefix) {
 // memmem searches long texts far faster than a first-character scan.
 inline bool contains(std::string_view text, std::string_view part) {
   if (part.empty()) return true;
+  // An empty view may carry a null pointer, which memmem must not be given.
+  if (text.size() < part.size()) return false;
   return memmem(text.data(), text.size(), part.data(), part.size()) != nullptr;
 }
 
