@@ -44,16 +44,6 @@ std::string masked(std::string text) {
   return std::regex_replace(text, time, " time=\"*\"");
 }
 
-// True when xmllint finds `path` valid against the schema of the documents
-// (which also describes the history file).
-bool validates(const std::string& path) {
-  const test::ProgramOutcome o = test::runProgram(
-      "/usr/bin/xmllint",
-      {"--noout", "--schema", std::string(QENDOR_SOURCE_DIR) + "/schema/TestResult.xsd", path},
-      "/");
-  return o.status == 0;
-}
-
 const char kSuccessful[] = "Result verification successful";
 
 std::string runLine(const char* name, const char* status, const char* result) {
@@ -122,7 +112,7 @@ TEST(HistoryRuns, ThreeRunsWithChangingResults) {
       file, std::regex("<Run number=\"3\" time=\"[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:]{8}Z\"")));
   EXPECT_EQ(test::runNumbers(file), (std::vector<int>{3, 2, 1}));
   for (const char* name : {"out/Checkout.xml", "out/TotalPrice.xml", "hist/Checkout.history.xml"}) {
-    EXPECT_TRUE(validates(example.path(name))) << name;
+    EXPECT_TRUE(test::validates(example.path(name))) << name;
   }
   EXPECT_NE(file.find("<History kind=\"rk_testcontext\" fullname=\"Shop.Checkout\">"),
             std::string::npos);

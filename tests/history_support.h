@@ -87,6 +87,16 @@ inline std::vector<int> runNumbers(const std::string& text) {
   return numbers;
 }
 
+// True when xmllint finds `path` valid against the schema of the documents
+// (which also describes the history file).
+inline bool validates(const std::string& path) {
+  const ProgramOutcome o = runProgram(
+      "/usr/bin/xmllint",
+      {"--noout", "--schema", std::string(QENDOR_SOURCE_DIR) + "/schema/TestResult.xsd", path},
+      "/");
+  return o.status == 0;
+}
+
 // The names of the XML documents of `dir` that differ from those of
 // `reference` once their "History" elements and times are left out, or that
 // only one of them has; empty when all agree.
