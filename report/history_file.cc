@@ -86,10 +86,10 @@ void warnUnwritable(const std::string& directory) {
 
 HistoryFile::HistoryFile(const std::string& directory, const std::string& shortName,
                          HistoryOwner owner)
-    : directory_(normalisePath(directory)), owner_(std::move(owner)) {
-  path_ = normalisePath(directory + "\\" + shortName + ".history.xml");
-  lockPath_ = path_ + ".lock";
-}
+    : directory_(normalisePath(directory)),
+      path_(normalisePath(directory + "\\" + shortName + ".history.xml")),
+      lockPath_(path_ + ".lock"),
+      owner_(std::move(owner)) {}
 
 bool HistoryFile::read(History& history) {
   history.runs.clear();
