@@ -207,6 +207,56 @@ TEST(HistoryRuns, UnwritableHistoryDirectoryChangesNothingElse) {
   }
 }
 
+// The option only adds: with it, the documents of the end-to-end scenarios
+// are their expected documents plus the History element, with the same
+// output and exit status, and the example's documents are those of a run
+// without it.
+TEST(HistoryRuns, TheOptionAddsOnlyTheHistoryElement) {
+  struct Run {
+    const char* scenario;
+    std::vector<std::string> args;
+    int status;
+    std::vector<const char*> expected;
+  };
+  const Run runs[] = {
+      {"shop",
+       {"-infofile", "shop.info", "-resultfile", "results.log", "-outdirectory", "out", "-tcontext",
+        "Pkg.Ctx"},
+       10,
+       {"Ctx", "SdPass"}},
+      {"halfedit",
+       {"-infofile", "half.info", "-resultfile", "results.log", "-outdirectory", "out", "-tcontext",
+        "Pkg.Half"},
+       10,
+       {"Half", "HalfCode", "HalfFlow"}},
+  };
+  for (const Run& r : runs) {
+    test::TempDir dir;
+    fs::copy(std::string(QENDOR_SOURCE_DIR) + "/tests/scenarios/" + r.scenario, dir.path(),
+             fs::copy_options::recursive);
+    std::vector<std::string> args = r.args;
+    args.insert(args.end(), {"-history", "hist"});
+    for (int round = 0; round < 2; ++round) {
+      const test::ProgramOutcome o = test::runProgram(QENDOR_BINARY, args, dir.path());
+      EXPECT_EQ(o.out, "") << r.scenario;
+      EXPECT_EQ(o.err, "") << r.scenario;
+      EXPECT_EQ(o.status, r.status) << r.scenario;
+      for (const char* name : r.expected) {
+        const std::string document = test::readFile(dir.file("out/" + std::string(name) + ".xml"));
+        EXPECT_NE(test::historyElement(document), "") << r.scenario << " " << name;
+        EXPECT_EQ(test::withoutHistory(document),
+                  test::readFile(dir.file("expected/" + std::string(name) + ".xml")))
+            << r.scenario << " " << name;
+      }
+    }
+  }
+  ExampleRun example;
+  ASSERT_EQ(example.run("plain").status, 10);
+  ASSERT_EQ(example.run("with", "hist").status, 10);
+  EXPECT_EQ(test::differingDocuments(example.path("plain"), example.path("with")), "");
+  EXPECT_EQ(test::historyElement(test::readFile(example.path("plain/Checkout.xml"))), "");
+}
+
 TEST(HistoryRuns, UnknownTestCaseTouchesNoHistory) {
   ExampleRun example;
   const test::ProgramOutcome o = example.run("out", "hist", "Shop.Checkout.Nothing");
