@@ -1,12 +1,12 @@
 #include "report/history_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "tests/history_support.h"
 #include "tests/test_support.h"
 
 namespace qendor {
@@ -58,27 +58,10 @@ TEST_F(HistoryFileTest, CreatesTheDirectoryAndAddsRuns) {
 }
 
 TEST_F(HistoryFileTest, UnusableFilesAreMovedAsideWithOneWarning) {
-  struct Case {
-    const char* what;
-    const char* content;  // null: a folder stands in the file's place
-    const char* warning;
-  };
-  const Case cases[] = {
-      {"corrupt", "<History kind=\"rk_testcontext\" fullname=\"Pkg.Ctx\"><Run>",
-       "is not well-formed"},
-      {"foreign", "<History kind=\"rk_testcontext\" fullname=\"Other.Ctx\"/>",
-       "belongs to another test context or test case"},
-      {"unreadable", nullptr, "could not be read"},
-  };
-  for (const Case& c : cases) {
+  for (const test::UnusableHistoryFile& c : test::unusableHistoryFiles("Pkg.Ctx")) {
     test::TempDir dir;
     const std::string path = dir.file("Ctx.history.xml");
-    if (c.content) {
-      dir.write("Ctx.history.xml", c.content);
-    } else {
-      // Reading a folder fails even for root, whom permission bits do not stop.
-      ASSERT_EQ(mkdir(path.c_str(), 0755), 0);
-    }
+    test::placeUnusableHistoryFile(c, path);
     HistoryFile historyFile(dir.path(), "Ctx", kOwner);
     History read;
     read.runs.push_back(runAt("stale"));
@@ -88,7 +71,7 @@ TEST_F(HistoryFileTest, UnusableFilesAreMovedAsideWithOneWarning) {
         << c.what;
     EXPECT_TRUE(read.runs.empty()) << c.what;
     EXPECT_TRUE(test::fileExists(path + ".bad")) << c.what;
-    if (c.content) {
+    if (!c.content.empty()) {
       EXPECT_EQ(test::readFile(path + ".bad"), c.content) << c.what;
     }
     testing::internal::CaptureStderr();

@@ -141,29 +141,12 @@ TEST(HistoryRuns, SingleTestCaseHasItsOwnFile) {
 // A history file that cannot be used is moved aside with one warning; the
 // run goes on with an empty history and writes a fresh file.
 TEST(HistoryRuns, UnusableHistoryFilesAreMovedAside) {
-  struct Case {
-    const char* what;
-    const char* content;  // null: a folder stands in the file's place
-    const char* warning;
-  };
-  const Case cases[] = {
-      {"corrupt", "<History kind=\"rk_testcontext\" fullname=\"Shop.Checkout\"><Run number=\"1\">",
-       "is not well-formed"},
-      {"foreign", "<History kind=\"rk_testcontext\" fullname=\"Other.Checkout\"/>",
-       "belongs to another test context or test case"},
-      // Reading a folder fails even for root, whom permission bits do not stop.
-      {"unreadable", nullptr, "could not be read"},
-  };
   ExampleRun reference;
   ASSERT_EQ(reference.run("out").status, 10);
-  for (const Case& c : cases) {
+  for (const test::UnusableHistoryFile& c : test::unusableHistoryFiles("Shop.Checkout")) {
     ExampleRun example;
     const std::string path = example.path("hist/Checkout.history.xml");
-    if (c.content) {
-      example.dir().write("hist/Checkout.history.xml", c.content);
-    } else {
-      fs::create_directories(path);
-    }
+    test::placeUnusableHistoryFile(c, path);
     const test::ProgramOutcome o = example.run("out", "hist");
     EXPECT_EQ(o.out, "") << c.what;
     EXPECT_EQ(o.err, "qendor: history file hist/Checkout.history.xml " + std::string(c.warning) +
@@ -171,7 +154,7 @@ TEST(HistoryRuns, UnusableHistoryFilesAreMovedAside) {
         << c.what;
     EXPECT_EQ(o.status, 10) << c.what;
     EXPECT_TRUE(test::fileExists(path + ".bad")) << c.what;
-    if (c.content) {
+    if (!c.content.empty()) {
       EXPECT_EQ(test::readFile(path + ".bad"), c.content) << c.what;
     }
     EXPECT_EQ(test::runNumbers(test::readFile(path)), std::vector<int>{1}) << c.what;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <regex>
 #include <string>
 #include <vector>
@@ -12,6 +13,39 @@
 
 namespace qendor {
 namespace test {
+
+// A history file that cannot be used, as a test puts it in place, and the
+// words of the warning it must give.
+struct UnusableHistoryFile {
+  const char* what;
+  std::string content;  // empty: a folder stands in the file's place
+  const char* warning;
+};
+
+// A file that is not well-formed, one of another context than `fullName`,
+// and one that cannot be read: a folder, which fails even for root, whom
+// permission bits do not stop.
+inline std::vector<UnusableHistoryFile> unusableHistoryFiles(const std::string& fullName) {
+  return {
+      {"corrupt",
+       "<History kind=\"rk_testcontext\" fullname=\"" + fullName + "\"><Run number=\"1\">",
+       "is not well-formed"},
+      {"foreign", "<History kind=\"rk_testcontext\" fullname=\"Other." + fullName + "\"/>",
+       "belongs to another test context or test case"},
+      {"unreadable", "", "could not be read"},
+  };
+}
+
+// Puts `file` in place at `path`.
+inline void placeUnusableHistoryFile(const UnusableHistoryFile& file, const std::string& path) {
+  namespace fs = std::filesystem;
+  fs::create_directories(fs::path(path).parent_path());
+  if (file.content.empty()) {
+    fs::create_directories(path);
+  } else {
+    std::ofstream(path, std::ios::binary) << file.content;
+  }
+}
 
 // The bundled example copied into a fresh temporary folder: the info file,
 // the log, the sources, and the verification files in each output folder.
