@@ -71,6 +71,8 @@ bool parseCommandLine(int argc, char** argv) {
         if (value) r.testCaseName = value;
       } else if (std::strcmp(option, "-language") == 0) {
         if (value) setLanguage(value);
+      } else if (std::strcmp(option, "-history") == 0) {
+        if (value) r.historyDirectory = value;
       } else if (std::strcmp(option, "-explain") == 0) {
         r.explain = true;
         i += 1;  // takes no value

@@ -3,9 +3,13 @@
 #include <sys/stat.h>
 
 #include <cstdio>
+#include <memory>
+#include <utility>
+#include <vector>
 
 #include "base/paths.h"
 #include "base/run_settings.h"
+#include "report/history_file.h"
 #include "report/html_report.h"
 #include "report/result_document.h"
 #include "report/xml_node.h"
@@ -22,6 +26,40 @@ bool canCreate(const std::string& path) {
   return true;
 }
 
+// The numbers of the test cases of the "-tcontext" context, in ascending order.
+std::vector<int32_t> contextMembers() {
+  const RunSettings& r = run();
+  std::vector<int32_t> members;
+  for (const auto& [number, name] : r.testCaseNames) {
+    if (contextOf(name) == r.testContextName) members.push_back(number);
+  }
+  return members;
+}
+
+// The entries of `numbers` as `judged` holds them, for the history.
+std::vector<HistoryCase> historyCases(const std::vector<int32_t>& numbers,
+                                      const TestCaseVerdicts& judged) {
+  std::vector<HistoryCase> cases;
+  for (int32_t number : numbers) {
+    const auto found = judged.find(number);
+    if (found != judged.end()) cases.push_back(historyCase(number, found->second));
+  }
+  return cases;
+}
+
+// The history of what this run reports, when "-history" is given: the file,
+// read into `earlier`. Null without the option or when the directory cannot
+// be used; the run then writes what it writes without the option.
+std::unique_ptr<HistoryFile> readHistory(const char* kind, const std::string& fullName,
+                                         History& earlier) {
+  const char* directory = run().historyDirectory;
+  if (!directory) return nullptr;
+  auto file = std::make_unique<HistoryFile>(directory, baseReportName(fullName),
+                                            HistoryOwner{kind, fullName});
+  if (!file->read(earlier)) return nullptr;
+  return file;
+}
+
 }  // namespace
 
 int writeReport(const std::string& fullName, int32_t number) {
@@ -31,7 +69,7 @@ int writeReport(const std::string& fullName, int32_t number) {
 }
 
 int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders,
-                TestCaseVerdicts& judged) {
+                TestCaseVerdicts& judged, const History* earlier) {
   const RunSettings& r = run();
   const std::string stem =
       std::string(r.outDirectory ? r.outDirectory : "") + "\\" + baseReportName(fullName);
@@ -52,12 +90,18 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
   int resultCode = 25;
   try {
     if (number < 1) {
-      buildTestContextDocument(resultCode, judged).save(xmlPath);
+      SpooledDocument document = buildTestContextDocument(resultCode, judged);
+      if (earlier) {
+        appendHistoryElement(document.root.get(), *earlier, historyCases(contextMembers(), judged));
+      }
+      document.save(xmlPath);
     } else {
       const TestCaseVerdict& verdict =
           judged.insert_or_assign(number, judgeTestCase(number)).first->second;
       SpooledDocument document;
       document.root.reset(buildTestCaseDocument(number, verdict, resultCode, &document.spool));
+      if (earlier)
+        appendHistoryElement(document.root.get(), *earlier, {historyCase(number, verdict)});
       document.save(xmlPath);
     }
   } catch (...) {
@@ -87,6 +131,9 @@ int runReports(size_t renderSlots) {
   // included (the destructor).
   HtmlRenders renders(renderSlots);
   TestCaseVerdicts judged;
+  History earlier;
+  std::unique_ptr<HistoryFile> history;
+  HistoryRun thisRun;
   int result = 12;
   if (!r.testCaseName.empty()) {
     result = 22;
@@ -94,22 +141,36 @@ int runReports(size_t renderSlots) {
     for (const auto& [number, name] : r.testCaseNames) {
       if (name != r.testCaseName) continue;
       found = true;
-      result = writeReport(name, number, renders, judged);
+      history = readHistory("rk_testcase", name, earlier);
+      result = writeReport(name, number, renders, judged, history ? &earlier : nullptr);
+      thisRun.cases = historyCases({number}, judged);
+      if (!thisRun.cases.empty()) thisRun.status = thisRun.cases.front().status;
       break;
     }
     if (!found) {
       std::printf("TestCase <%s> could not be found in inofile.", r.testCaseName.c_str());
     }
   } else if (!r.testContextName.empty()) {
-    // Copy the members first: writing a report may insert entries into the table.
-    std::vector<std::pair<int32_t, std::string>> members;
-    for (const auto& [number, name] : r.testCaseNames) {
-      if (contextOf(name) == r.testContextName) members.emplace_back(number, name);
+    history = readHistory("rk_testcontext", r.testContextName, earlier);
+    const History* shown = history ? &earlier : nullptr;
+    // Take the members first: writing a report may insert entries into the table.
+    const std::vector<int32_t> members = contextMembers();
+    for (int32_t number : members) {
+      const std::string name = r.testCaseNames[number];
+      writeReport(name, number, renders, judged, shown);
     }
-    for (const auto& [number, name] : members) writeReport(name, number, renders, judged);
-    result = writeReport(r.testContextName, -1, renders, judged);
+    result = writeReport(r.testContextName, -1, renders, judged, shown);
+    thisRun.cases = historyCases(members, judged);
+    for (const HistoryCase& entry : thisRun.cases) {
+      thisRun.status = foldContextStatus(thisRun.status, entry.status);
+    }
   }
   renders.finishAll();
+  // The run joins the history once its documents are written.
+  if (history && result != 25) {
+    thisRun.time = historyTimeText();
+    history->add(std::move(thisRun));
+  }
   releaseRunTables();
   return result;
 }

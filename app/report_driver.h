@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "report/history.h"
 #include "report/html_renders.h"
 #include "verify/test_case_verdict.h"
 
@@ -27,8 +28,9 @@ int writeReport(const std::string& fullName, int32_t number);
 
 // The same, leaving xsltproc running in `renders`. Each test case is judged
 // once: its verdict goes into `judged`, and the context's document takes the
-// verdicts found there.
+// verdicts found there. With `earlier`, the document ends with a "History"
+// element made from those runs.
 int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders,
-                TestCaseVerdicts& judged);
+                TestCaseVerdicts& judged, const History* earlier = nullptr);
 
 }  // namespace qendor

@@ -40,6 +40,8 @@ struct RunSettings {
   std::string programDirectory;
   // "-explain": the documents say why each model-based verification failed.
   bool explain = false;
+  // "-history": where the history files of earlier runs lie; null without.
+  const char* historyDirectory = nullptr;
 
   // From the info file.
   std::string ostraVersionNumber;

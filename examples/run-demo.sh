@@ -9,6 +9,10 @@
 # images from its output directory, so they are copied there first. Each run
 # is checked against the expected statuses beside its info file; the script
 # exits non-zero only when a run did not come out as expected.
+#
+# The runs keep their history in BUILD_DIR/demo-history (-history), which the
+# script leaves in place: run it again and the reports show the earlier runs
+# beside each test case.
 
 if [ $# -lt 1 ]; then
   echo "usage: sh examples/run-demo.sh BUILD_DIR"
@@ -20,6 +24,7 @@ build=$(cd "$1" 2>/dev/null && pwd) || {
   exit 2
 }
 qendor=$build/qendor
+history=$build/demo-history
 if [ ! -x "$qendor" ]; then
   echo "$qendor does not exist: build qendor first (make build)"
   exit 2
@@ -61,13 +66,17 @@ run_example() {
   # -explain draws, in the report, where each failed model-based test case
   # left its diagram or chart.
   (cd "$src" && "$qendor" -infofile "$info" -resultfile "$result" -outdirectory "$out" \
-    -tcontext "$context" -explain)
+    -tcontext "$context" -explain -history "$history")
   status=$?
   echo
   echo "exit status $status: $(meaning "$status")"
   if [ "$status" != "$expected" ]; then
     echo "UNEXPECTED: the example should end with $expected ($(meaning "$expected"))"
     problems=$((problems + 1))
+  fi
+  if [ -f "$history/$report.history.xml" ]; then
+    runs=$(grep -c '<Run ' "$history/$report.history.xml")
+    echo "history: $runs run(s) in $history/$report.history.xml"
   fi
   if [ -f "$out/$report.html" ]; then
     echo "HTML report: $out/$report.html"

@@ -40,6 +40,11 @@ check "example, full form" 10 "$work/full" -infofile shop.info -resultfile resul
   -outdirectory out -tcontext Shop.Checkout
 check "example, short form" 0 "$work/short" -infofile short.info -resultfile results.log \
   -outdirectory out -tcontext Shop.Cart
+# With a history: the first run writes it, the second reads and adds to it.
+for round in 1 2; do
+  check "example, history run $round" 10 "$work/full" -infofile shop.info \
+    -resultfile results.log -outdirectory out -tcontext Shop.Checkout -history history
+done
 
 # The shop scenario: the context and each test case alone.
 cp -R "$source/tests/scenarios/shop" "$work/shop"

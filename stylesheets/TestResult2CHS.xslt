@@ -20,6 +20,24 @@
   <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
+  <l:strings>
+    <l:s k="hist.strip">最近的运行（从旧到新）</l:s>
+    <l:s k="hist.run">运行</l:s>
+    <l:s k="hist.now">本次运行</l:s>
+    <l:s k="hist.trend">最近运行的趋势</l:s>
+    <l:s k="hist.above">通过（线上方）</l:s>
+    <l:s k="hist.below">未通过（线下方）</l:s>
+    <l:s k="hist.numbers">各次运行的数据</l:s>
+    <l:s k="hist.time">时间</l:s>
+    <l:s k="hist.newFirst">新失败排在最前。</l:s>
+    <l:s k="hc" src="new">新失败</l:s>
+    <l:s k="hc" src="fixed">已修复</l:s>
+    <l:s k="hc" src="flaky">不稳定</l:s>
+    <l:s k="hc" src="still failing">仍然失败</l:s>
+    <l:s k="hc" src="stable">稳定</l:s>
+  </l:strings>
+
   <l:strings>
     <l:s k="title.case">测试用例报告</l:s>
     <l:s k="title.context">测试上下文报告</l:s>

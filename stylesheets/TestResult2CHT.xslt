@@ -20,6 +20,24 @@
   <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
+  <l:strings>
+    <l:s k="hist.strip">最近的執行（由舊到新）</l:s>
+    <l:s k="hist.run">執行</l:s>
+    <l:s k="hist.now">本次執行</l:s>
+    <l:s k="hist.trend">最近執行的趨勢</l:s>
+    <l:s k="hist.above">通過（線上方）</l:s>
+    <l:s k="hist.below">未通過（線下方）</l:s>
+    <l:s k="hist.numbers">各次執行的數據</l:s>
+    <l:s k="hist.time">時間</l:s>
+    <l:s k="hist.newFirst">新失敗排在最前。</l:s>
+    <l:s k="hc" src="new">新失敗</l:s>
+    <l:s k="hc" src="fixed">已修復</l:s>
+    <l:s k="hc" src="flaky">不穩定</l:s>
+    <l:s k="hc" src="still failing">仍然失敗</l:s>
+    <l:s k="hc" src="stable">穩定</l:s>
+  </l:strings>
+
   <l:strings>
     <l:s k="title.case">測試案例報告</l:s>
     <l:s k="title.context">測試上下文報告</l:s>

@@ -20,6 +20,24 @@
   <xsl:variable name="headingBreak" select="'normal'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
+  <l:strings>
+    <l:s k="hist.strip">Last runs, oldest first</l:s>
+    <l:s k="hist.run">Run</l:s>
+    <l:s k="hist.now">This run</l:s>
+    <l:s k="hist.trend">Trend of the last runs</l:s>
+    <l:s k="hist.above">Passed, above the line</l:s>
+    <l:s k="hist.below">Not passed, below the line</l:s>
+    <l:s k="hist.numbers">Runs in numbers</l:s>
+    <l:s k="hist.time">Time</l:s>
+    <l:s k="hist.newFirst">New failures come first.</l:s>
+    <l:s k="hc" src="new">New failure</l:s>
+    <l:s k="hc" src="fixed">Fixed</l:s>
+    <l:s k="hc" src="flaky">Flaky</l:s>
+    <l:s k="hc" src="still failing">Still failing</l:s>
+    <l:s k="hc" src="stable">Stable</l:s>
+  </l:strings>
+
   <l:strings>
     <l:s k="title.case">Test case report</l:s>
     <l:s k="title.context">Test context report</l:s>

@@ -20,6 +20,24 @@
   <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
+  <l:strings>
+    <l:s k="hist.strip">直近の実行（古い順）</l:s>
+    <l:s k="hist.run">実行</l:s>
+    <l:s k="hist.now">今回の実行</l:s>
+    <l:s k="hist.trend">直近の実行の推移</l:s>
+    <l:s k="hist.above">合格（線の上）</l:s>
+    <l:s k="hist.below">未合格（線の下）</l:s>
+    <l:s k="hist.numbers">実行ごとの数値</l:s>
+    <l:s k="hist.time">時刻</l:s>
+    <l:s k="hist.newFirst">新しい失敗を先に表示します。</l:s>
+    <l:s k="hc" src="new">新しい失敗</l:s>
+    <l:s k="hc" src="fixed">修正済み</l:s>
+    <l:s k="hc" src="flaky">不安定</l:s>
+    <l:s k="hc" src="still failing">失敗が継続</l:s>
+    <l:s k="hc" src="stable">安定</l:s>
+  </l:strings>
+
   <l:strings>
     <l:s k="title.case">テストケースレポート</l:s>
     <l:s k="title.context">テストコンテキストレポート</l:s>

@@ -20,6 +20,24 @@
   <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
+  <l:strings>
+    <l:s k="hist.strip">최근 실행(오래된 순)</l:s>
+    <l:s k="hist.run">실행</l:s>
+    <l:s k="hist.now">이번 실행</l:s>
+    <l:s k="hist.trend">최근 실행 추이</l:s>
+    <l:s k="hist.above">통과(선 위)</l:s>
+    <l:s k="hist.below">통과하지 못함(선 아래)</l:s>
+    <l:s k="hist.numbers">실행별 수치</l:s>
+    <l:s k="hist.time">시간</l:s>
+    <l:s k="hist.newFirst">새 실패가 먼저 표시됩니다.</l:s>
+    <l:s k="hc" src="new">새 실패</l:s>
+    <l:s k="hc" src="fixed">수정됨</l:s>
+    <l:s k="hc" src="flaky">불안정</l:s>
+    <l:s k="hc" src="still failing">계속 실패</l:s>
+    <l:s k="hc" src="stable">안정</l:s>
+  </l:strings>
+
   <l:strings>
     <l:s k="title.case">테스트 케이스 보고서</l:s>
     <l:s k="title.context">테스트 컨텍스트 보고서</l:s>

@@ -38,6 +38,9 @@
   <xsl:output method="html" encoding="UTF-8" indent="no"
               doctype-system="about:legacy-compat"/>
 
+  <!-- Earlier runs, when the document has a History element. -->
+  <xsl:include href="TestResultHistory.xslt"/>
+
   <!-- Defaults, overridden by the importing language file. -->
   <xsl:variable name="lang" select="'en'"/>
   <xsl:variable name="fonts"
@@ -290,6 +293,7 @@
           <xsl:value-of select="$headingBreak"/>
           <xsl:text>;}</xsl:text>
           <xsl:call-template name="css"/>
+          <xsl:call-template name="history-css"/>
         </style>
       </head>
       <body>
@@ -315,6 +319,7 @@
                 <xsl:call-template name="summary">
                   <xsl:with-param name="cases" select="$cases"/>
                 </xsl:call-template>
+                <xsl:apply-templates select="History" mode="trend"/>
                 <xsl:call-template name="problems">
                   <xsl:with-param name="cases" select="$cases"/>
                 </xsl:call-template>
@@ -800,7 +805,7 @@
       <xsl:otherwise>
         <div class="scroll">
         <table class="grid problems">
-          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'problems.caption'"/></xsl:call-template></caption>
+          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'problems.caption'"/></xsl:call-template><xsl:call-template name="history-problems-note"/></caption>
           <thead>
             <tr>
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></th>
@@ -811,10 +816,11 @@
           </thead>
           <tbody>
             <xsl:for-each select="$bad">
+              <xsl:sort select="number(key('hist-trend', @fullname)[1]/@classification != 'new')" data-type="number"/>
               <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
               <xsl:variable name="first" select="key('bad-by-case', generate-id())[1]"/>
               <tr data-case="{$cid}">
-                <th scope="row"><a href="#{$cid}"><xsl:value-of select="@name"/></a></th>
+                <th scope="row"><a href="#{$cid}"><xsl:value-of select="@name"/></a><xsl:call-template name="history-problem-mark"/></th>
                 <td><xsl:call-template name="badge"><xsl:with-param name="s" select="@status"/></xsl:call-template></td>
                 <td><xsl:call-template name="vr"><xsl:with-param name="k" select="'mp'"/></xsl:call-template></td>
                 <td>
@@ -924,6 +930,7 @@
         <xsl:text> </xsl:text>
         <xsl:element name="{$heading}"><xsl:attribute name="class">name</xsl:attribute><xsl:value-of select="@name"/></xsl:element>
         <xsl:text> </xsl:text>
+        <xsl:call-template name="history-strip"/>
         <span class="facts">
           <xsl:call-template name="case-facts"/>
           <span class="tt"><xsl:call-template name="word"><xsl:with-param name="k" select="'tt'"/><xsl:with-param name="v" select="@testType"/></xsl:call-template></span>

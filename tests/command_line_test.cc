@@ -63,6 +63,20 @@ TEST_F(CommandLine, LastLanguageWins) {
   EXPECT_EQ(run().reportLanguage, 1);
 }
 
+TEST_F(CommandLine, HistoryDirectoryIsOptional) {
+  EXPECT_TRUE(parse(
+      {"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B"}));
+  EXPECT_EQ(run().historyDirectory, nullptr);
+  EXPECT_TRUE(parse({"qendor", "-history", "h\\x", "-infofile", "i", "-resultfile", "r",
+                     "-outdirectory", "o", "-tcase", "A.B"}));
+  EXPECT_STREQ(run().historyDirectory, "h\\x");
+  // Without its value it counts as not given.
+  resetRun();
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-history"}));
+  EXPECT_EQ(run().historyDirectory, nullptr);
+}
+
 TEST_F(CommandLine, UnknownWordsAreSkippedOneByOne) {
   EXPECT_TRUE(parse({"qendor", "stray", "-infofile", "i", "-Resultfile", "-resultfile", "r",
                      "-outdirectory", "o", "-tcase", "A.B"}));

@@ -129,10 +129,12 @@ std::vector<std::string> filesIn(const std::string& dir) {
   return names;
 }
 
-ProgramOutcome runProgram(const std::string& program, const std::vector<std::string>& args,
-                          const std::string& workDir, const std::string& path) {
-  TempDir capture;
-  const std::string outFile = capture.file("stdout"), errFile = capture.file("stderr");
+RunningProgram startProgram(const std::string& program, const std::vector<std::string>& args,
+                            const std::string& workDir, const std::string& path) {
+  RunningProgram running;
+  running.capture_ = std::make_unique<TempDir>();
+  const std::string outFile = running.capture_->file("stdout");
+  const std::string errFile = running.capture_->file("stderr");
   std::vector<std::string> env = {"PATH=" + path, "USERNAME=tester", "HOSTNAME=testhost", "TZ=UTC",
                                   "LC_ALL=C"};
   std::vector<std::string> words = args;
@@ -156,15 +158,26 @@ ProgramOutcome runProgram(const std::string& program, const std::vector<std::str
   const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
   fs::current_path(previous);
   posix_spawn_file_actions_destroy(&actions);
+  if (spawned == 0) running.pid_ = pid;
+  return running;
+}
+
+ProgramOutcome RunningProgram::finish() {
   ProgramOutcome outcome;
-  if (spawned != 0) return outcome;
+  if (pid_ < 0) return outcome;
   int wstatus = 0;
-  while (waitpid(pid, &wstatus, 0) < 0 && errno == EINTR) {
+  while (waitpid(pid_, &wstatus, 0) < 0 && errno == EINTR) {
   }
+  pid_ = -1;
   outcome.status = WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : 128 + WTERMSIG(wstatus);
-  outcome.out = readFile(outFile);
-  outcome.err = readFile(errFile);
+  outcome.out = readFile(capture_->file("stdout"));
+  outcome.err = readFile(capture_->file("stderr"));
   return outcome;
+}
+
+ProgramOutcome runProgram(const std::string& program, const std::vector<std::string>& args,
+                          const std::string& workDir, const std::string& path) {
+  return startProgram(program, args, workDir, path).finish();
 }
 
 }  // namespace test

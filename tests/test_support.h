@@ -4,6 +4,7 @@
 #include "base/status.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -78,6 +79,26 @@ struct ProgramOutcome {
 // wrote on standard output and standard error.
 ProgramOutcome runProgram(const std::string& program, const std::vector<std::string>& args,
                           const std::string& workDir, const std::string& path = "/usr/bin:/bin");
+
+// The same in two steps, so that several programs can run at once: started
+// by startProgram, waited for by finish().
+class RunningProgram {
+ public:
+  RunningProgram() = default;
+  RunningProgram(RunningProgram&&) = default;
+  RunningProgram& operator=(RunningProgram&&) = default;
+  // Waits for the program (when it was started) and returns what it did.
+  ProgramOutcome finish();
+
+ private:
+  friend RunningProgram startProgram(const std::string&, const std::vector<std::string>&,
+                                     const std::string&, const std::string&);
+  std::unique_ptr<TempDir> capture_;
+  int pid_ = -1;
+};
+
+RunningProgram startProgram(const std::string& program, const std::vector<std::string>& args,
+                            const std::string& workDir, const std::string& path = "/usr/bin:/bin");
 
 }  // namespace test
 }  // namespace qendor
