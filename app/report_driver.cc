@@ -2,10 +2,12 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdio>
 
 #include "app/paths.h"
 #include "app/run_settings.h"
+#include "report/file_output.h"
 #include "report/html_report.h"
 #include "report/result_document.h"
 #include "report/xml_node.h"
@@ -22,6 +24,14 @@ bool canCreate(const std::string& path) {
   return true;
 }
 
+// The normalised path of a report file: the output folder, the name's base
+// report name and `extension`.
+std::string reportPath(const std::string& fullName, const char* extension) {
+  const RunSettings& r = run();
+  return normalisePath(std::string(r.outDirectory ? r.outDirectory : "") + "\\" +
+                       baseReportName(fullName) + extension);
+}
+
 }  // namespace
 
 int writeReport(const std::string& fullName, int32_t number) {
@@ -31,10 +41,8 @@ int writeReport(const std::string& fullName, int32_t number) {
 
 int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders) {
   const RunSettings& r = run();
-  const std::string stem =
-      std::string(r.outDirectory ? r.outDirectory : "") + "\\" + baseReportName(fullName);
-  const std::string xmlPath = normalisePath(stem + ".xml");
-  const std::string htmlPath = normalisePath(stem + ".html");
+  const std::string xmlPath = reportPath(fullName, ".xml");
+  const std::string htmlPath = reportPath(fullName, ".html");
   // An earlier xsltproc may still read or write these files (a test case
   // named like its context): it must be done before they are touched.
   renders.waitForPath(normalisePathCopy(xmlPath.c_str()));
@@ -44,22 +52,32 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
     // Only the last path component is created. The mode is the decimal number
     // 777 on purpose, as harnesses have always got it.
     mkdir(normalisePathCopy(r.outDirectory).c_str(), 777);
-    if (!canCreate(xmlPath)) return 25;
+    if (!canCreate(xmlPath)) {
+      reportUnwritten(xmlPath, errno);
+      return 25;
+    }
   }
 
   int resultCode = 25;
+  bool saved = false;
   try {
     if (number < 1) {
-      buildTestContextDocument(resultCode).save(xmlPath);
+      saved = buildTestContextDocument(resultCode).save(xmlPath);
     } else {
       SpooledDocument document;
       document.root.reset(buildTestCaseDocument(number, resultCode, &document.spool));
-      document.save(xmlPath);
+      saved = document.save(xmlPath);
     }
   } catch (...) {
     // The run ends with an unexpected error; leave no empty report behind.
     std::remove(xmlPath.c_str());
     throw;
+  }
+  if (!saved) {
+    // The document is gone (its loss is told); a stale HTML report must not
+    // stand in for it.
+    std::remove(htmlPath.c_str());
+    return 25;
   }
 
   if (!renders.start(xmlPath, htmlPath)) {
@@ -83,6 +101,7 @@ int runReports(size_t renderSlots) {
   // included (the destructor).
   HtmlRenders renders(renderSlots);
   int result = 12;
+  std::string ownHtml;  // the HTML report of the run's own document
   if (!r.testCaseName.empty()) {
     result = 22;
     bool found = false;
@@ -90,6 +109,7 @@ int runReports(size_t renderSlots) {
       if (name != r.testCaseName) continue;
       found = true;
       result = writeReport(name, number, renders);
+      ownHtml = reportPath(name, ".html");
       break;
     }
     if (!found) {
@@ -103,8 +123,10 @@ int runReports(size_t renderSlots) {
     }
     for (const auto& [number, name] : members) writeReport(name, number, renders);
     result = writeReport(r.testContextName, -1, renders);
+    ownHtml = reportPath(r.testContextName, ".html");
   }
   renders.finishAll();
+  if (!ownHtml.empty() && renders.unwritten(normalisePathCopy(ownHtml.c_str()))) result = 25;
   releaseRunTables();
   return result;
 }

@@ -9,6 +9,7 @@
 
 #include "app/paths.h"
 #include "app/run_settings.h"
+#include "report/file_output.h"
 #include "report/xml_node.h"
 
 namespace qendor {
@@ -28,14 +29,27 @@ const char* stylesheetName(int reportLanguage) {
   }
 }
 
+namespace {
+
+int writeToFile(void* context, const char* bytes, int length) {
+  return static_cast<FileOutput*>(context)->write(
+             std::string_view(bytes, static_cast<size_t>(length)))
+             ? length
+             : -1;
+}
+
+}  // namespace
+
 bool saveXmlDocument(xmlNode* root, const std::string& xmlPath) {
-  // Going through our own FILE keeps libxml2 from reading "%XX" in the name
-  // as an escaped URI.
-  FILE* file = std::fopen(normalisePathCopy(xmlPath.c_str()).c_str(), "w");
-  if (!file) return false;
-  writeFormattedDocument(root, xmlOutputBufferCreateFile(file, nullptr));
-  std::fclose(file);
-  return true;
+  // Writing through our own file keeps libxml2 from reading "%XX" in the
+  // name as an escaped URI.
+  FileOutput file(normalisePathCopy(xmlPath.c_str()));
+  if (!file.open()) {
+    reportUnwritten(file.path(), file.error());
+    return false;
+  }
+  writeFormattedDocument(root, xmlOutputBufferCreateIO(writeToFile, nullptr, &file, nullptr));
+  return file.finish();
 }
 
 std::vector<std::string> renderEnvironment(char* const* env) {

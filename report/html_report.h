@@ -12,7 +12,8 @@ namespace qendor {
 const char* stylesheetName(int reportLanguage);
 
 // Saves `root` as an indented XML file at `xmlPath` (normalised first). False
-// when the file cannot be created. `root` stays owned by the caller.
+// when the file cannot be created or written completely: then it is gone and
+// the reason is printed on standard error. `root` stays owned by the caller.
 bool saveXmlDocument(xmlNode* root, const std::string& xmlPath);
 
 // The number of xsltproc runs that may go on at once: one per core.
