@@ -32,6 +32,14 @@ std::string reportPath(const std::string& fullName, const char* extension) {
                        baseReportName(fullName) + extension);
 }
 
+// Tells that the report at `path` could not be written, after the warnings
+// of the renders before it, so that standard error reads as in a run that
+// renders each report before it writes the next.
+void reportLoss(HtmlRenders& renders, const std::string& path, int error) {
+  renders.finishAll();
+  reportUnwritten(path, error);
+}
+
 }  // namespace
 
 int writeReport(const std::string& fullName, int32_t number) {
@@ -53,20 +61,21 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
     // 777 on purpose, as harnesses have always got it.
     mkdir(normalisePathCopy(r.outDirectory).c_str(), 777);
     if (!canCreate(xmlPath)) {
-      reportUnwritten(xmlPath, errno);
+      reportLoss(renders, xmlPath, errno);
       return 25;
     }
   }
 
   int resultCode = 25;
   bool saved = false;
+  int error = 0;
   try {
     if (number < 1) {
-      saved = buildTestContextDocument(resultCode).save(xmlPath);
+      saved = buildTestContextDocument(resultCode).save(xmlPath, &error);
     } else {
       SpooledDocument document;
       document.root.reset(buildTestCaseDocument(number, resultCode, &document.spool));
-      saved = document.save(xmlPath);
+      saved = document.save(xmlPath, &error);
     }
   } catch (...) {
     // The run ends with an unexpected error; leave no empty report behind.
@@ -74,8 +83,8 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
     throw;
   }
   if (!saved) {
-    // The document is gone (its loss is told); a stale HTML report must not
-    // stand in for it.
+    reportLoss(renders, xmlPath, error);
+    // A stale HTML report must not stand in for the lost document.
     std::remove(htmlPath.c_str());
     return 25;
   }

@@ -124,17 +124,19 @@ void ChildSpool::splice(std::string_view text, FileOutput& file) const {
   file.write(text.substr(next));
 }
 
-bool SpooledDocument::save(const std::string& xmlPath) {
+bool SpooledDocument::save(const std::string& xmlPath, int* error) {
   FileOutput file(normalisePathCopy(xmlPath.c_str()));
   if (!file.open()) {
-    reportUnwritten(file.path(), file.error());
+    if (error) *error = file.error();
     return false;
   }
   spool.settle();
   std::string shell;
   writeFormattedDocument(root.get(), outputInto(shell));
   spool.splice(shell, file);
-  return file.finish();
+  if (file.finish()) return true;
+  if (error) *error = file.error();
+  return false;
 }
 
 }  // namespace qendor

@@ -55,8 +55,9 @@ struct SpooledDocument {
   ChildSpool spool;
 
   // Saves like saveXmlDocument: false when the file cannot be created or
-  // written completely, and then it is gone and the reason is printed.
-  bool save(const std::string& xmlPath);
+  // written completely; then it is gone and `error`, when given, receives
+  // the errno value that tells why.
+  bool save(const std::string& xmlPath, int* error = nullptr);
 };
 
 }  // namespace qendor

@@ -71,7 +71,8 @@ bool FileOutput::write(std::string_view bytes) {
 
 bool FileOutput::finish() {
   if (fd_ < 0) {
-    fail(error_ != 0 ? error_ : EBADF);
+    if (error_ == 0) error_ = EBADF;
+    abandon();
     return false;
   }
   // Replacing a file is worth its name only when the new bytes are on the
@@ -85,7 +86,7 @@ bool FileOutput::finish() {
     error_ = errno;
   }
   if (error_ != 0) {
-    fail(error_);
+    abandon();
     return false;
   }
   written_.clear();
@@ -103,12 +104,6 @@ void FileOutput::abandon() {
   }
 }
 
-void FileOutput::fail(int error) {
-  error_ = error;
-  abandon();
-  reportUnwritten(path_, error);
-}
-
 bool writeWholeFile(const std::string& path, std::string_view bytes, FileOutput::Mode mode) {
   FileOutput output(path, mode);
   if (!output.open()) {
@@ -116,7 +111,9 @@ bool writeWholeFile(const std::string& path, std::string_view bytes, FileOutput:
     return false;
   }
   output.write(bytes);
-  return output.finish();
+  if (output.finish()) return true;
+  reportUnwritten(path, output.error());
+  return false;
 }
 
 }  // namespace qendor

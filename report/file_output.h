@@ -1,7 +1,7 @@
 // Files written completely or not at all. Every write, the flush and the
 // close are checked; a file that could not be finished is removed, so that no
-// reader ever finds it empty or cut short, and the loss is told on standard
-// error as "qendor: <path>: <reason>".
+// reader ever finds it empty or cut short. Its loss is told on standard error
+// as "qendor: <path>: <reason>", by writeWholeFile() or by the caller.
 #pragma once
 
 #include <string>
@@ -42,8 +42,8 @@ class FileOutput {
   bool write(std::string_view bytes);
 
   // Closes the file. True when every byte reached it. Otherwise the file is
-  // removed (kReplace: the new one; the old stays) and reportUnwritten() is
-  // printed for path().
+  // removed (kReplace: the new one; the old stays), nothing is printed, and
+  // error() tells why.
   bool finish();
 
   // Removes the unfinished file without a message.
@@ -54,8 +54,6 @@ class FileOutput {
   int error() const { return error_; }
 
  private:
-  void fail(int error);
-
   std::string path_;
   Mode mode_;
   std::string written_;  // the file the bytes go to

@@ -40,16 +40,18 @@ int writeToFile(void* context, const char* bytes, int length) {
 
 }  // namespace
 
-bool saveXmlDocument(xmlNode* root, const std::string& xmlPath) {
+bool saveXmlDocument(xmlNode* root, const std::string& xmlPath, int* error) {
   // Writing through our own file keeps libxml2 from reading "%XX" in the
   // name as an escaped URI.
   FileOutput file(normalisePathCopy(xmlPath.c_str()));
   if (!file.open()) {
-    reportUnwritten(file.path(), file.error());
+    if (error) *error = file.error();
     return false;
   }
   writeFormattedDocument(root, xmlOutputBufferCreateIO(writeToFile, nullptr, &file, nullptr));
-  return file.finish();
+  if (file.finish()) return true;
+  if (error) *error = file.error();
+  return false;
 }
 
 std::vector<std::string> renderEnvironment(char* const* env) {
