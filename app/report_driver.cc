@@ -32,12 +32,16 @@ std::string reportPath(const std::string& fullName, const char* extension) {
                        baseReportName(fullName) + extension);
 }
 
-// Tells that the report at `path` could not be written, after the warnings
-// of the renders before it, so that standard error reads as in a run that
-// renders each report before it writes the next.
-void reportLoss(HtmlRenders& renders, const std::string& path, int error) {
+// The XML report could not be written for `error`: tells so after the
+// warnings of the renders before it, so that standard error reads as in a
+// run that renders each report before it writes the next, and removes a
+// stale HTML report, which must not stand in for the lost one. Returns 25.
+int loseReport(HtmlRenders& renders, const std::string& xmlPath, const std::string& htmlPath,
+               int error) {
   renders.finishAll();
-  reportUnwritten(path, error);
+  reportUnwritten(xmlPath, error);
+  std::remove(htmlPath.c_str());
+  return 25;
 }
 
 }  // namespace
@@ -60,10 +64,7 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
     // Only the last path component is created. The mode is the decimal number
     // 777 on purpose, as harnesses have always got it.
     mkdir(normalisePathCopy(r.outDirectory).c_str(), 777);
-    if (!canCreate(xmlPath)) {
-      reportLoss(renders, xmlPath, errno);
-      return 25;
-    }
+    if (!canCreate(xmlPath)) return loseReport(renders, xmlPath, htmlPath, errno);
   }
 
   int resultCode = 25;
@@ -82,12 +83,7 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
     std::remove(xmlPath.c_str());
     throw;
   }
-  if (!saved) {
-    reportLoss(renders, xmlPath, error);
-    // A stale HTML report must not stand in for the lost document.
-    std::remove(htmlPath.c_str());
-    return 25;
-  }
+  if (!saved) return loseReport(renders, xmlPath, htmlPath, error);
 
   if (!renders.start(xmlPath, htmlPath)) {
     renders.waitForPath(normalisePathCopy(htmlPath.c_str()));

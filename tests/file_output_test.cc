@@ -121,9 +121,8 @@ TEST_F(FileOutputTest, WholeFileBeyondTheSizeLimitIsToldOnce) {
 
 TEST_F(FileOutputTest, ReplacingKeepsTheOldFileWhenTheNewOneFails) {
   const std::string path = dir_.write("history", "old");
-  const int status = underSizeLimit(1000, [&] {
-    return writeWholeFile(path, std::string(2000, 'n'), Mode::kReplace) ? 1 : 0;
-  });
+  const int status = underSizeLimit(
+      1000, [&] { return writeWholeFile(path, std::string(2000, 'n'), Mode::kReplace) ? 1 : 0; });
   EXPECT_EQ(status, 0);
   EXPECT_EQ(errors_, "qendor: " + path + ": File too large\n");
   EXPECT_EQ(test::filesIn(dir_.path()), std::vector<std::string>{"history"});
