@@ -313,9 +313,12 @@ class Writable {
 };
 
 // The shell command that makes `dir` read-only, and the reason a write there
-// then fails with. As root `dir` must be a mount point (see Mounted).
+// then fails with. As root `dir` must be a mount point (see Mounted); else
+// the files in it lose their write permission too, since a file may be
+// emptied and written in a folder that cannot be written.
 std::string readOnlyCommand(const std::string& dir) {
-  return geteuid() == 0 ? "mount -o remount,bind,ro '" + dir + "'" : "chmod a-w '" + dir + "'";
+  return geteuid() == 0 ? "mount -o remount,bind,ro '" + dir + "'"
+                        : "chmod a-w '" + dir + "' '" + dir + "'/*";
 }
 std::string readOnlyReason() {
   return geteuid() == 0 ? "Read-only file system" : "Permission denied";
