@@ -243,6 +243,72 @@ TEST_F(RenderHtmlTest, XsltprocEndedBySignal) {
             "qendor: HTML report " + html + " not written: xsltproc was ended by a signal\n");
 }
 
+// xsltproc that could not write its report ends with 11, after libxml2's
+// lines "I/O error : <reason>": the cut report goes, its loss is told once
+// with that reason, and the renders know it was not written.
+TEST_F(RenderHtmlTest, ReportXsltprocCouldNotWriteIsRemovedAndTold) {
+  installFake(0);
+  dir_.write("bin/xsltproc",
+             "#!/bin/sh\nprintf half > \"$2\"\necho 'note from the stylesheet' >&2\n"
+             "printf 'I/O error : No space left on device\\nI/O error : write error\\n' >&2\n"
+             "exit 11\n");
+  const std::string html = dir_.file("CaseOne.html");
+  HtmlRenders renders(1);
+  testing::internal::CaptureStderr();
+  renders.start(dir_.file("CaseOne.xml"), html);
+  renders.finishAll();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "note from the stylesheet\nqendor: " + html + ": No space left on device\n");
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_TRUE(renders.unwritten(html));
+
+  // A later render of the same file that succeeds clears it.
+  installFake(0);
+  testing::internal::CaptureStderr();
+  renders.start(dir_.file("CaseOne.xml"), html);
+  renders.finishAll();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_FALSE(renders.unwritten(html));
+}
+
+TEST_F(RenderHtmlTest, UnwrittenReportWithoutAReasonFromXsltproc) {
+  installFake(11);
+  const std::string html = dir_.file("CaseOne.html");
+  EXPECT_TRUE(render(dir_.file("CaseOne.xml"), html));
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_EQ(stderr_, "qendor: " + html + ": xsltproc could not write it\n");
+}
+
+// Writing to its standard output, xsltproc ends with 0 even when the write
+// failed; its I/O error lines tell.
+TEST_F(RenderHtmlTest, CutReportThroughStandardOutputIsRemovedAndTold) {
+  installFake(0);
+  dir_.write("bin/xsltproc",
+             "#!/bin/sh\nprintf half\nprintf 'I/O error : File too large\\n' >&2\n");
+  const std::string html = dir_.file("P%41.html");
+  HtmlRenders renders(1);
+  testing::internal::CaptureStderr();
+  renders.start(dir_.file("P%41.xml"), html);
+  renders.finishAll();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "qendor: " + html + ": File too large\n");
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_TRUE(renders.unwritten(html));
+}
+
+// Other failures are no lost write: the status of a run stays as it is.
+TEST_F(RenderHtmlTest, FailedTransformationIsNoLostWrite) {
+  installFake(5);
+  const std::string html = dir_.file("CaseOne.html");
+  HtmlRenders renders(1);
+  testing::internal::CaptureStderr();
+  renders.start(dir_.file("CaseOne.xml"), html);
+  renders.finishAll();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "qendor: HTML report " + html + " not written: xsltproc failed\n");
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_FALSE(renders.unwritten(html));
+}
+
 TEST_F(RenderHtmlTest, PendingStandardOutputComesFirst) {
   installFake(0);
   dir_.write("bin/xsltproc", "#!/bin/sh\nprintf child\n");
