@@ -132,6 +132,15 @@ class RenderHtmlTest : public ::testing::Test {
   // No xsltproc anywhere in PATH.
   void hideXsltproc() { setenv("PATH", bin_.c_str(), 1); }
 
+  // Renders through `renders` and waits for it; returns what was printed on
+  // standard error.
+  std::string renderWith(HtmlRenders& renders, const std::string& xml, const std::string& html) {
+    testing::internal::CaptureStderr();
+    renders.start(xml, html);
+    renders.finishAll();
+    return testing::internal::GetCapturedStderr();
+  }
+
   // Runs renderHtml, keeping what it printed.
   bool render(const std::string& xml, const std::string& html) {
     testing::internal::CaptureStdout();
@@ -254,20 +263,14 @@ TEST_F(RenderHtmlTest, ReportXsltprocCouldNotWriteIsRemovedAndTold) {
              "exit 11\n");
   const std::string html = dir_.file("CaseOne.html");
   HtmlRenders renders(1);
-  testing::internal::CaptureStderr();
-  renders.start(dir_.file("CaseOne.xml"), html);
-  renders.finishAll();
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+  EXPECT_EQ(renderWith(renders, dir_.file("CaseOne.xml"), html),
             "note from the stylesheet\nqendor: " + html + ": No space left on device\n");
   EXPECT_FALSE(test::fileExists(html));
   EXPECT_TRUE(renders.unwritten(html));
 
   // A later render of the same file that succeeds clears it.
   installFake(0);
-  testing::internal::CaptureStderr();
-  renders.start(dir_.file("CaseOne.xml"), html);
-  renders.finishAll();
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(renderWith(renders, dir_.file("CaseOne.xml"), html), "");
   EXPECT_FALSE(renders.unwritten(html));
 }
 
@@ -287,10 +290,8 @@ TEST_F(RenderHtmlTest, CutReportThroughStandardOutputIsRemovedAndTold) {
              "#!/bin/sh\nprintf half\nprintf 'I/O error : File too large\\n' >&2\n");
   const std::string html = dir_.file("P%41.html");
   HtmlRenders renders(1);
-  testing::internal::CaptureStderr();
-  renders.start(dir_.file("P%41.xml"), html);
-  renders.finishAll();
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "qendor: " + html + ": File too large\n");
+  EXPECT_EQ(renderWith(renders, dir_.file("P%41.xml"), html),
+            "qendor: " + html + ": File too large\n");
   EXPECT_FALSE(test::fileExists(html));
   EXPECT_TRUE(renders.unwritten(html));
 }
@@ -300,10 +301,7 @@ TEST_F(RenderHtmlTest, FailedTransformationIsNoLostWrite) {
   installFake(5);
   const std::string html = dir_.file("CaseOne.html");
   HtmlRenders renders(1);
-  testing::internal::CaptureStderr();
-  renders.start(dir_.file("CaseOne.xml"), html);
-  renders.finishAll();
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+  EXPECT_EQ(renderWith(renders, dir_.file("CaseOne.xml"), html),
             "qendor: HTML report " + html + " not written: xsltproc failed\n");
   EXPECT_FALSE(test::fileExists(html));
   EXPECT_FALSE(renders.unwritten(html));

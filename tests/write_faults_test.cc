@@ -200,24 +200,21 @@ TEST(WriteFaults, FileSizeLimitFallsInsideEachReport) {
 TEST(WriteFaults, FileSizeLimitInASingleTestCaseRun) {
   const Reference reference = healthyRun(kLargeRun);
   ASSERT_LT(reference.size.at("Large.xml"), reference.size.at("Large.html"));
-  {
+  struct Case {
+    const char* lostFile;  // the limit is one byte short of it
+    Files files;
+  };
+  const Case cases[] = {{"Large.xml", {"Large.ver", "Small.ver"}},
+                        {"Large.html", {"Large.ver", "Large.xml", "Small.ver"}}};
+  for (const Case& c : cases) {
     Workspace w;
     w.writeVerificationFiles();
-    const Outcome o = w.run(kLargeRun, reference.size.at("Large.xml") - 1);
-    EXPECT_EQ(o.status, 25);
-    EXPECT_EQ(o.out, "");
-    EXPECT_EQ(o.err, lost("Large.xml", "File too large"));
-    EXPECT_EQ(test::filesIn(w.out()), (Files{"Large.ver", "Small.ver"}));
-  }
-  {
-    Workspace w;
-    w.writeVerificationFiles();
-    const Outcome o = w.run(kLargeRun, reference.size.at("Large.html") - 1);
-    EXPECT_EQ(o.status, 25);
-    EXPECT_EQ(o.out, "");
-    EXPECT_EQ(o.err, lost("Large.html", "File too large"));
-    EXPECT_EQ(test::filesIn(w.out()), (Files{"Large.ver", "Large.xml", "Small.ver"}));
-    expectWholeReports(w.out(), reference, "HTML");
+    const Outcome o = w.run(kLargeRun, reference.size.at(c.lostFile) - 1);
+    EXPECT_EQ(o.status, 25) << c.lostFile;
+    EXPECT_EQ(o.out, "") << c.lostFile;
+    EXPECT_EQ(o.err, lost(c.lostFile, "File too large"));
+    EXPECT_EQ(test::filesIn(w.out()), c.files) << c.lostFile;
+    expectWholeReports(w.out(), reference, c.lostFile);
   }
 }
 
@@ -381,49 +378,48 @@ TEST(WriteFaults, ReadOnlyFolderKeepsTheEarlierReports) {
   EXPECT_EQ(test::filesIn(w.out()).size(), 8u);
 }
 
-// A small tmpfs mounted on the workspace's output folder, holding the
-// verification files and a filler file that leaves `freeBytes` free.
-class FullDisk {
+// A workspace whose output folder is a small tmpfs holding the verification
+// files and a filler file that leaves `freeBytes` free.
+class FullDisk : public Workspace {
  public:
-  FullDisk(const Workspace& w, long freeBytes) : mounted_(w.out()) {
-    ok_ = mount("tmpfs", w.out().c_str(), "tmpfs", 0, "size=1m") == 0;
+  explicit FullDisk(long freeBytes) : mounted_(out()) {
+    ok_ = mount("tmpfs", out().c_str(), "tmpfs", 0, "size=1m") == 0;
     if (!ok_) return;
-    w.writeVerificationFiles();
+    writeVerificationFiles();
     struct statvfs disk;
-    ok_ = statvfs(w.out().c_str(), &disk) == 0;
+    ok_ = statvfs(out().c_str(), &disk) == 0;
     const long available = static_cast<long>(disk.f_bavail * disk.f_bsize);
     ok_ = ok_ && available >= freeBytes;
     if (!ok_) return;
-    std::ofstream(w.path("out/filler"))
+    std::ofstream(path("out/filler"))
         << std::string(static_cast<size_t>(available - freeBytes), 'f');
-    ok_ = statvfs(w.out().c_str(), &disk) == 0 &&
+    ok_ = statvfs(out().c_str(), &disk) == 0 &&
           static_cast<long>(disk.f_bavail * disk.f_bsize) == freeBytes;
-    pageSize_ = static_cast<long>(disk.f_bsize);
   }
   bool ok() const { return ok_; }
-  long pageSize() const { return pageSize_; }
 
  private:
   Mounted mounted_;
   bool ok_ = false;
-  long pageSize_ = 4096;
 };
 
-// Pages of `bytes` on a tmpfs of pages of `page` bytes.
-long pages(long bytes, long page) {
-  return (bytes + page - 1) / page;
+// Bytes for the pages that `first` and `second` of `reference` take on a
+// tmpfs, less one page: room for one of them but not for both.
+long roomForOneOf(const Reference& reference, const char* first, const char* second) {
+  const long page = sysconf(_SC_PAGESIZE);
+  long pages = -1;
+  for (const char* name : {first, second}) pages += (reference.size.at(name) + page - 1) / page;
+  return pages * page;
 }
 
 TEST(WriteFaults, FullTmpfs) {
   const std::string refusal = mountRefusal();
   if (!refusal.empty()) GTEST_SKIP() << refusal;
-  const long page = sysconf(_SC_PAGESIZE);
   const std::string noSpace = "No space left on device";
   {
     // No room at all: no document can be written.
-    Workspace w;
-    FullDisk disk(w, 0);
-    ASSERT_TRUE(disk.ok());
+    FullDisk w(0);
+    ASSERT_TRUE(w.ok());
     const Outcome o = w.run(kContextRun);
     EXPECT_EQ(o.status, 25);
     EXPECT_EQ(o.out, "");
@@ -431,32 +427,25 @@ TEST(WriteFaults, FullTmpfs) {
               lost("Small.xml", noSpace) + lost("Large.xml", noSpace) + lost("Run.xml", noSpace));
     EXPECT_EQ(test::filesIn(w.out()), (Files{"Large.ver", "Small.ver", "filler"}));
   }
-  const Reference single = healthyRun(kLargeRun);
   {
     // Room for the XML report of a single test case, not for its HTML.
-    Workspace w;
-    FullDisk disk(w, (pages(single.size.at("Large.xml"), page) +
-                      pages(single.size.at("Large.html"), page) - 1) *
-                         page);
-    ASSERT_TRUE(disk.ok());
+    const Reference single = healthyRun(kLargeRun);
+    FullDisk w(roomForOneOf(single, "Large.xml", "Large.html"));
+    ASSERT_TRUE(w.ok());
     const Outcome o = w.run(kLargeRun);
     EXPECT_EQ(o.status, 25);
-    EXPECT_EQ(o.out, "");
     EXPECT_EQ(o.err, lost("Large.html", noSpace));
     EXPECT_EQ(test::filesIn(w.out()), (Files{"Large.ver", "Large.xml", "Small.ver", "filler"}));
     expectWholeReports(w.out(), single, "tmpfs, single");
   }
-  const Reference context = healthyRun(kContextRun);
   {
     // Too little room for the context's two reports together: which member
     // reports fit depends on how the renders overlap the writing, but every
     // file left is whole and every lost one is told, in the order of a run
     // that writes them one after the other.
-    Workspace w;
-    FullDisk disk(w, (pages(context.size.at("Run.xml"), page) +
-                      pages(context.size.at("Run.html"), page) - 1) *
-                         page);
-    ASSERT_TRUE(disk.ok());
+    const Reference context = healthyRun(kContextRun);
+    FullDisk w(roomForOneOf(context, "Run.xml", "Run.html"));
+    ASSERT_TRUE(w.ok());
     const Outcome o = w.run(kContextRun);
     EXPECT_EQ(o.status, 25);
     EXPECT_EQ(o.out, "");
