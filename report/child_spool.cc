@@ -4,6 +4,7 @@
 #include <libxml/xmlstring.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <utility>
 
@@ -132,10 +133,13 @@ bool SpooledDocument::save(const std::string& xmlPath, int* error) {
   }
   spool.settle();
   std::string shell;
-  writeFormattedDocument(root.get(), outputInto(shell));
-  spool.splice(shell, file);
-  if (file.finish()) return true;
-  if (error) *error = file.error();
+  // A document that could not be serialised (no memory) is lost like one
+  // that could not be written; the file goes with `file`.
+  if (writeFormattedDocument(root.get(), outputInto(shell))) {
+    spool.splice(shell, file);
+    if (file.finish()) return true;
+  }
+  if (error) *error = file.error() != 0 ? file.error() : ENOMEM;
   return false;
 }
 

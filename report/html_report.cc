@@ -4,6 +4,7 @@
 #include <sched.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <string_view>
 
@@ -48,9 +49,13 @@ bool saveXmlDocument(xmlNode* root, const std::string& xmlPath, int* error) {
     if (error) *error = file.error();
     return false;
   }
-  writeFormattedDocument(root, xmlOutputBufferCreateIO(writeToFile, nullptr, &file, nullptr));
-  if (file.finish()) return true;
-  if (error) *error = file.error();
+  // A document that could not be serialised (no memory) is lost like one
+  // that could not be written; the file goes with `file`.
+  if (writeFormattedDocument(root, xmlOutputBufferCreateIO(writeToFile, nullptr, &file, nullptr)) &&
+      file.finish()) {
+    return true;
+  }
+  if (error) *error = file.error() != 0 ? file.error() : ENOMEM;
   return false;
 }
 
