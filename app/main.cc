@@ -15,6 +15,10 @@ int main(int argc, char** argv) {
   // A harness may start us with SIGCHLD ignored; its children would then be
   // reaped by the kernel, and no xsltproc could be waited for.
   signal(SIGCHLD, SIG_DFL);
+  // Under a file size limit a write past it would end us (and xsltproc, which
+  // inherits this) by a signal; ignored, it fails with an error that is
+  // reported like a full disk.
+  signal(SIGXFSZ, SIG_IGN);
   int status = qendor::runQendor(argc, argv);
   std::fflush(stdout);
   return status;

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <utility>
@@ -9,6 +10,7 @@
 
 #include "base/paths.h"
 #include "base/run_settings.h"
+#include "report/file_output.h"
 #include "report/history_file.h"
 #include "report/html_report.h"
 #include "report/result_document.h"
@@ -24,6 +26,26 @@ bool canCreate(const std::string& path) {
   if (!file) return false;
   std::fclose(file);
   return true;
+}
+
+// The normalised path of a report file: the output folder, the name's base
+// report name and `extension`.
+std::string reportPath(const std::string& fullName, const char* extension) {
+  const RunSettings& r = run();
+  return normalisePath(std::string(r.outDirectory ? r.outDirectory : "") + "\\" +
+                       baseReportName(fullName) + extension);
+}
+
+// The XML report could not be written for `error`: tells so after the
+// warnings of the renders before it, so that standard error reads as in a
+// run that renders each report before it writes the next, and removes a
+// stale HTML report, which must not stand in for the lost one. Returns 25.
+int loseReport(HtmlRenders& renders, const std::string& xmlPath, const std::string& htmlPath,
+               int error) {
+  renders.finishAll();
+  reportUnwritten(xmlPath, error);
+  std::remove(htmlPath.c_str());
+  return 25;
 }
 
 // The numbers of the test cases of the "-tcontext" context, in ascending order.
@@ -71,10 +93,8 @@ int writeReport(const std::string& fullName, int32_t number) {
 int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders,
                 TestCaseVerdicts& judged, const History* earlier) {
   const RunSettings& r = run();
-  const std::string stem =
-      std::string(r.outDirectory ? r.outDirectory : "") + "\\" + baseReportName(fullName);
-  const std::string xmlPath = normalisePath(stem + ".xml");
-  const std::string htmlPath = normalisePath(stem + ".html");
+  const std::string xmlPath = reportPath(fullName, ".xml");
+  const std::string htmlPath = reportPath(fullName, ".html");
   // An earlier xsltproc may still read or write these files (a test case
   // named like its context): it must be done before they are touched.
   renders.waitForPath(normalisePathCopy(xmlPath.c_str()));
@@ -84,17 +104,19 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
     // Only the last path component is created. The mode is the decimal number
     // 777 on purpose, as harnesses have always got it.
     mkdir(normalisePathCopy(r.outDirectory).c_str(), 777);
-    if (!canCreate(xmlPath)) return 25;
+    if (!canCreate(xmlPath)) return loseReport(renders, xmlPath, htmlPath, errno);
   }
 
   int resultCode = 25;
+  bool saved = false;
+  int error = 0;
   try {
     if (number < 1) {
       SpooledDocument document = buildTestContextDocument(resultCode, judged);
       if (earlier) {
         appendHistoryElement(document.root.get(), *earlier, historyCases(contextMembers(), judged));
       }
-      document.save(xmlPath);
+      saved = document.save(xmlPath, &error);
     } else {
       const TestCaseVerdict& verdict =
           judged.insert_or_assign(number, judgeTestCase(number)).first->second;
@@ -102,13 +124,14 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
       document.root.reset(buildTestCaseDocument(number, verdict, resultCode, &document.spool));
       if (earlier)
         appendHistoryElement(document.root.get(), *earlier, {historyCase(number, verdict)});
-      document.save(xmlPath);
+      saved = document.save(xmlPath, &error);
     }
   } catch (...) {
     // The run ends with an unexpected error; leave no empty report behind.
     std::remove(xmlPath.c_str());
     throw;
   }
+  if (!saved) return loseReport(renders, xmlPath, htmlPath, error);
 
   if (!renders.start(xmlPath, htmlPath)) {
     renders.waitForPath(normalisePathCopy(htmlPath.c_str()));
@@ -135,6 +158,7 @@ int runReports(size_t renderSlots) {
   std::unique_ptr<HistoryFile> history;
   HistoryRun thisRun;
   int result = 12;
+  std::string ownHtml;  // the HTML report of the run's own document
   if (!r.testCaseName.empty()) {
     result = 22;
     bool found = false;
@@ -143,6 +167,7 @@ int runReports(size_t renderSlots) {
       found = true;
       history = readHistory("rk_testcase", name, earlier);
       result = writeReport(name, number, renders, judged, history ? &earlier : nullptr);
+      ownHtml = reportPath(name, ".html");
       thisRun.cases = historyCases({number}, judged);
       if (!thisRun.cases.empty()) thisRun.status = thisRun.cases.front().status;
       break;
@@ -160,12 +185,14 @@ int runReports(size_t renderSlots) {
       writeReport(name, number, renders, judged, shown);
     }
     result = writeReport(r.testContextName, -1, renders, judged, shown);
+    ownHtml = reportPath(r.testContextName, ".html");
     thisRun.cases = historyCases(members, judged);
     for (const HistoryCase& entry : thisRun.cases) {
       thisRun.status = foldContextStatus(thisRun.status, entry.status);
     }
   }
   renders.finishAll();
+  if (!ownHtml.empty() && renders.unwritten(normalisePathCopy(ownHtml.c_str()))) result = 25;
   // The run joins the history once its documents are written.
   if (history && result != 25) {
     thisRun.time = historyTimeText();

@@ -4,6 +4,7 @@
 #include <libxml/xmlstring.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <utility>
 
@@ -113,28 +114,33 @@ void ChildSpool::splice(std::string_view text, std::string& out) const {
   out += text.substr(next);
 }
 
-void ChildSpool::splice(std::string_view text, FILE* file) const {
+void ChildSpool::splice(std::string_view text, FileOutput& file) const {
   const auto [lineStart, next] = markerLine(text);
   if (lineStart == std::string_view::npos || !marker_) {
-    std::fwrite(text.data(), 1, text.size(), file);
+    file.write(text);
     return;
   }
-  std::fwrite(text.data(), 1, lineStart, file);
-  std::fwrite(children_.data(), 1, children_.size(), file);
-  std::fwrite(text.data() + next, 1, text.size() - next, file);
+  file.write(text.substr(0, lineStart));
+  file.write(children_);
+  file.write(text.substr(next));
 }
 
-bool SpooledDocument::save(const std::string& xmlPath) {
-  // Going through our own FILE keeps libxml2 from reading "%XX" in the name
-  // as an escaped URI.
-  FILE* file = std::fopen(normalisePathCopy(xmlPath.c_str()).c_str(), "w");
-  if (!file) return false;
+bool SpooledDocument::save(const std::string& xmlPath, int* error) {
+  FileOutput file(normalisePathCopy(xmlPath.c_str()));
+  if (!file.open()) {
+    if (error) *error = file.error();
+    return false;
+  }
   spool.settle();
   std::string shell;
-  writeFormattedDocument(root.get(), outputInto(shell));
-  spool.splice(shell, file);
-  std::fclose(file);
-  return true;
+  // A document that could not be serialised (no memory) is lost like one
+  // that could not be written; the file goes with `file`.
+  if (writeFormattedDocument(root.get(), outputInto(shell))) {
+    spool.splice(shell, file);
+    if (file.finish()) return true;
+  }
+  if (error) *error = file.error() != 0 ? file.error() : ENOMEM;
+  return false;
 }
 
 }  // namespace qendor

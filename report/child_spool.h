@@ -7,10 +7,10 @@
 
 #include <libxml/tree.h>
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 
+#include "report/file_output.h"
 #include "report/xml_node.h"
 
 namespace qendor {
@@ -41,7 +41,7 @@ class ChildSpool {
   // `text`, a serialisation of the settled tree, with the spooled children
   // in the marker's place, appended to `out` or written to `file`.
   void splice(std::string_view text, std::string& out) const;
-  void splice(std::string_view text, FILE* file) const;
+  void splice(std::string_view text, FileOutput& file) const;
 
  private:
   xmlNode* marker_ = nullptr;
@@ -54,8 +54,10 @@ struct SpooledDocument {
   XmlNodePtr root;
   ChildSpool spool;
 
-  // Saves like saveXmlDocument. False when the file cannot be created.
-  bool save(const std::string& xmlPath);
+  // Saves like saveXmlDocument: false when the file cannot be created or
+  // written completely; then it is gone and `error`, when given, receives
+  // the errno value that tells why.
+  bool save(const std::string& xmlPath, int* error = nullptr);
 };
 
 }  // namespace qendor

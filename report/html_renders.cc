@@ -10,9 +10,12 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
+#include <string>
+#include <string_view>
 
 #include "base/paths.h"
 #include "base/run_settings.h"
+#include "report/file_output.h"
 #include "report/html_report.h"
 
 extern char** environ;
@@ -28,6 +31,45 @@ const char* problemOf(int status) {
   if (WEXITSTATUS(status) == 127) return "xsltproc could not be started";
   if (WEXITSTATUS(status) != 0) return "xsltproc failed";
   return nullptr;
+}
+
+// libxml2's lines about a failed read or write, "I/O error : <reason>".
+const std::string_view kIoError = "I/O error : ";
+
+// Whether xsltproc could not write the HTML file. It ends with 11 then; when
+// it writes to its standard output, it ends with 0 all the same, and only
+// libxml2's I/O error lines tell.
+bool writeFailed(int status, bool throughStdout, const std::string& warnings) {
+  if (!WIFEXITED(status)) return false;
+  if (WEXITSTATUS(status) == 11) return true;
+  return throughStdout && WEXITSTATUS(status) == 0 &&
+         (warnings.compare(0, kIoError.size(), kIoError) == 0 ||
+          warnings.find("\n" + std::string(kIoError)) != std::string::npos);
+}
+
+// Takes libxml2's I/O error lines out of `warnings` and returns the first
+// one's reason (the system's text for the error), or a reason of our own.
+std::string takeWriteReason(std::string& warnings) {
+  std::string reason;
+  std::string kept;
+  size_t start = 0;
+  while (start < warnings.size()) {
+    size_t end = warnings.find('\n', start);
+    end = end == std::string::npos ? warnings.size() : end + 1;
+    const std::string_view line(warnings.data() + start, end - start);
+    if (line.substr(0, kIoError.size()) == kIoError) {
+      if (reason.empty()) {
+        std::string_view text = line.substr(kIoError.size());
+        if (!text.empty() && text.back() == '\n') text.remove_suffix(1);
+        reason = std::string(text);
+      }
+    } else {
+      kept += line;
+    }
+    start = end;
+  }
+  warnings = kept;
+  return reason.empty() ? "xsltproc could not write it" : reason;
 }
 
 // What a child wrote to `fd`; closes it.
@@ -236,20 +278,31 @@ void HtmlRenders::settle(int64_t serial, int status, const char* problem) {
   // descriptors.
   render.warnings = drain(render.errors);
   render.errors = -1;
+  if (!problem && writeFailed(status, render.throughStdout, render.warnings)) {
+    render.unwritten = true;
+    render.problem = "xsltproc could not write it";
+  }
 }
 
 void HtmlRenders::reportFinished() {
   while (!queue_.empty() && queue_.front().done) {
     Render& render = queue_.front();
+    const std::string reason = render.unwritten ? takeWriteReason(render.warnings) : "";
     if (!render.warnings.empty()) {
       std::fflush(stderr);
       writeAll(STDERR_FILENO, render.warnings);
     }
-    // Written through standard output, a failed report leaves a file behind.
-    if (render.problem && render.throughStdout) unlink(render.html.c_str());
-    if (render.problem) {
-      std::fprintf(stderr, "qendor: HTML report %s not written: %s\n", render.html.c_str(),
-                   render.problem);
+    // A failed render may leave the file empty or cut short.
+    if (render.problem) unlink(render.html.c_str());
+    if (render.unwritten) {
+      reportUnwritten(render.html, reason);
+      unwritten_.insert(render.html);
+    } else {
+      unwritten_.erase(render.html);
+      if (render.problem) {
+        std::fprintf(stderr, "qendor: HTML report %s not written: %s\n", render.html.c_str(),
+                     render.problem);
+      }
     }
     for (const std::string* path : {&render.xml, &render.html}) {
       const auto use = lastUse_.find(*path);

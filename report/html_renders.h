@@ -8,6 +8,7 @@
 #include <queue>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -43,6 +44,11 @@ class HtmlRenders {
   // Waits for every render and writes their warnings.
   void finishAll();
 
+  // True when the last finished render to `htmlPath` (normalised) could not
+  // write the file (a full disk, a file size limit, a read-only folder). Such
+  // a file is removed and its loss told as "qendor: <path>: <reason>".
+  bool unwritten(const std::string& htmlPath) const { return unwritten_.count(htmlPath) > 0; }
+
  private:
   struct Render {
     std::string xml;  // normalised paths
@@ -52,6 +58,7 @@ class HtmlRenders {
     bool waiting = true;  // for a slot
     bool done = false;
     bool throughStdout = false;  // the HTML is xsltproc's standard output
+    bool unwritten = false;      // xsltproc could not write the HTML file
     std::string warnings;        // what it wrote on standard error
     const char* problem = nullptr;
   };
@@ -75,6 +82,8 @@ class HtmlRenders {
   std::priority_queue<std::pair<int64_t, int64_t>> waiting_;
   // The last queued render of each path, while it is not reported.
   std::unordered_map<std::string, int64_t> lastUse_;
+  // HTML files whose last render could not write them.
+  std::unordered_set<std::string> unwritten_;
 };
 
 }  // namespace qendor

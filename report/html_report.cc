@@ -4,10 +4,12 @@
 #include <sched.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 
 #include "base/paths.h"
 #include "base/run_settings.h"
+#include "report/file_output.h"
 #include "report/xml_node.h"
 
 namespace qendor {
@@ -27,14 +29,33 @@ const char* stylesheetName(int reportLanguage) {
   }
 }
 
-bool saveXmlDocument(xmlNode* root, const std::string& xmlPath) {
-  // Going through our own FILE keeps libxml2 from reading "%XX" in the name
-  // as an escaped URI.
-  FILE* file = std::fopen(normalisePathCopy(xmlPath.c_str()).c_str(), "w");
-  if (!file) return false;
-  writeFormattedDocument(root, xmlOutputBufferCreateFile(file, nullptr));
-  std::fclose(file);
-  return true;
+namespace {
+
+int writeToFile(void* context, const char* bytes, int length) {
+  return static_cast<FileOutput*>(context)->write(
+             std::string_view(bytes, static_cast<size_t>(length)))
+             ? length
+             : -1;
+}
+
+}  // namespace
+
+bool saveXmlDocument(xmlNode* root, const std::string& xmlPath, int* error) {
+  // Writing through our own file keeps libxml2 from reading "%XX" in the
+  // name as an escaped URI.
+  FileOutput file(normalisePathCopy(xmlPath.c_str()));
+  if (!file.open()) {
+    if (error) *error = file.error();
+    return false;
+  }
+  // A document that could not be serialised (no memory) is lost like one
+  // that could not be written; the file goes with `file`.
+  if (writeFormattedDocument(root, xmlOutputBufferCreateIO(writeToFile, nullptr, &file, nullptr)) &&
+      file.finish()) {
+    return true;
+  }
+  if (error) *error = file.error() != 0 ? file.error() : ENOMEM;
+  return false;
 }
 
 size_t renderSlots() {

@@ -11,8 +11,10 @@ namespace qendor {
 const char* stylesheetName(int reportLanguage);
 
 // Saves `root` as an indented XML file at `xmlPath` (normalised first). False
-// when the file cannot be created. `root` stays owned by the caller.
-bool saveXmlDocument(xmlNode* root, const std::string& xmlPath);
+// when the file cannot be created or written completely; then it is gone and
+// `error`, when given, receives the errno value that tells why. `root` stays
+// owned by the caller.
+bool saveXmlDocument(xmlNode* root, const std::string& xmlPath, int* error = nullptr);
 
 // The number of xsltproc runs that may go on at once: one per core.
 size_t renderSlots();

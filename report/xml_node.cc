@@ -180,20 +180,21 @@ void setAttribute(xmlNode* node, const char* name, std::string_view value) {
   std::free(copy);
 }
 
-void writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out) {
-  if (!out) return;
+bool writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out) {
+  if (!out) return false;
   xmlDoc* doc = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
   if (!doc) {
     xmlOutputBufferClose(out);
-    return;
+    return false;
   }
   xmlDocSetRootElement(doc, root);
-  xmlSaveFormatFileTo(out, doc, nullptr, 1);
+  const bool written = xmlSaveFormatFileTo(out, doc, nullptr, 1) >= 0;
   // Hand the tree back free-standing: out of the document and no longer
   // pointing at it, so that freeing the shell leaves the tree intact.
   xmlUnlinkNode(root);
   xmlSetTreeDoc(root, nullptr);
   xmlFreeDoc(doc);
+  return written;
 }
 
 }  // namespace qendor

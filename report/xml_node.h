@@ -41,7 +41,8 @@ void setAttribute(xmlNode* node, const char* name, std::string_view value);
 // Writes the document whose top element is `root` to `out` as
 // xmlSaveFormatFileTo writes it: declaration, two-space indentation, every
 // character past ASCII as a character reference. Closes `out` (nothing is
-// written when it is null). The tree stays the caller's, unattached.
-void writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out);
+// written when it is null). The tree stays the caller's, unattached. False
+// when `out` is null or not all of the document reached it.
+bool writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out);
 
 }  // namespace qendor

@@ -132,6 +132,15 @@ class RenderHtmlTest : public ::testing::Test {
   // No xsltproc anywhere in PATH.
   void hideXsltproc() { setenv("PATH", bin_.c_str(), 1); }
 
+  // Renders through `renders` and waits for it; returns what was printed on
+  // standard error.
+  std::string renderWith(HtmlRenders& renders, const std::string& xml, const std::string& html) {
+    testing::internal::CaptureStderr();
+    renders.start(xml, html);
+    renders.finishAll();
+    return testing::internal::GetCapturedStderr();
+  }
+
   // Runs renderHtml, keeping what it printed.
   bool render(const std::string& xml, const std::string& html) {
     testing::internal::CaptureStdout();
@@ -241,6 +250,61 @@ TEST_F(RenderHtmlTest, XsltprocEndedBySignal) {
   EXPECT_TRUE(render(dir_.file("CaseOne.xml"), html));
   EXPECT_EQ(stderr_,
             "qendor: HTML report " + html + " not written: xsltproc was ended by a signal\n");
+}
+
+// xsltproc that could not write its report ends with 11, after libxml2's
+// lines "I/O error : <reason>": the cut report goes, its loss is told once
+// with that reason, and the renders know it was not written.
+TEST_F(RenderHtmlTest, ReportXsltprocCouldNotWriteIsRemovedAndTold) {
+  installFake(0);
+  dir_.write("bin/xsltproc",
+             "#!/bin/sh\nprintf half > \"$2\"\necho 'note from the stylesheet' >&2\n"
+             "printf 'I/O error : No space left on device\\nI/O error : write error\\n' >&2\n"
+             "exit 11\n");
+  const std::string html = dir_.file("CaseOne.html");
+  HtmlRenders renders(1);
+  EXPECT_EQ(renderWith(renders, dir_.file("CaseOne.xml"), html),
+            "note from the stylesheet\nqendor: " + html + ": No space left on device\n");
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_TRUE(renders.unwritten(html));
+
+  // A later render of the same file that succeeds clears it.
+  installFake(0);
+  EXPECT_EQ(renderWith(renders, dir_.file("CaseOne.xml"), html), "");
+  EXPECT_FALSE(renders.unwritten(html));
+}
+
+TEST_F(RenderHtmlTest, UnwrittenReportWithoutAReasonFromXsltproc) {
+  installFake(11);
+  const std::string html = dir_.file("CaseOne.html");
+  EXPECT_TRUE(render(dir_.file("CaseOne.xml"), html));
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_EQ(stderr_, "qendor: " + html + ": xsltproc could not write it\n");
+}
+
+// Writing to its standard output, xsltproc ends with 0 even when the write
+// failed; its I/O error lines tell.
+TEST_F(RenderHtmlTest, CutReportThroughStandardOutputIsRemovedAndTold) {
+  installFake(0);
+  dir_.write("bin/xsltproc",
+             "#!/bin/sh\nprintf half\nprintf 'I/O error : File too large\\n' >&2\n");
+  const std::string html = dir_.file("P%41.html");
+  HtmlRenders renders(1);
+  EXPECT_EQ(renderWith(renders, dir_.file("P%41.xml"), html),
+            "qendor: " + html + ": File too large\n");
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_TRUE(renders.unwritten(html));
+}
+
+// Other failures are no lost write: the status of a run stays as it is.
+TEST_F(RenderHtmlTest, FailedTransformationIsNoLostWrite) {
+  installFake(5);
+  const std::string html = dir_.file("CaseOne.html");
+  HtmlRenders renders(1);
+  EXPECT_EQ(renderWith(renders, dir_.file("CaseOne.xml"), html),
+            "qendor: HTML report " + html + " not written: xsltproc failed\n");
+  EXPECT_FALSE(test::fileExists(html));
+  EXPECT_FALSE(renders.unwritten(html));
 }
 
 TEST_F(RenderHtmlTest, PendingStandardOutputComesFirst) {
