@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/paths.h"
+#include "report/file_output.h"
 
 namespace qendor {
 
@@ -63,17 +64,6 @@ bool readAll(int fd, std::string& text) {
     if (got == 0) return true;
     text.append(buffer, static_cast<size_t>(got));
   }
-}
-
-bool writeAll(int fd, const std::string& text) {
-  size_t done = 0;
-  while (done < text.size()) {
-    const ssize_t wrote = ::write(fd, text.data() + done, text.size() - done);
-    if (wrote < 0 && errno == EINTR) continue;
-    if (wrote <= 0) return false;
-    done += static_cast<size_t>(wrote);
-  }
-  return true;
 }
 
 void warnUnwritable(const std::string& directory) {
@@ -160,16 +150,10 @@ void HistoryFile::moveAside(const char* why) {
 }
 
 bool HistoryFile::replace(const std::string& text) {
-  // Only the holder of the lock writes this name, so it needs no uniqueness
-  // of its own; one left behind by a killed process is simply overwritten.
-  const std::string temporary = path_ + ".tmp";
-  const int fd = open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (fd < 0) return false;
-  const bool written = writeAll(fd, text) && fsync(fd) == 0;
-  if (close(fd) != 0 || !written || std::rename(temporary.c_str(), path_.c_str()) != 0) {
-    unlink(temporary.c_str());
-    return false;
-  }
+  // A new file beside the old one, renamed over it once every byte is on
+  // the disk: a reader never sees half a history.
+  FileOutput file(path_, FileOutput::Mode::kReplace);
+  if (!file.open() || !file.write(text) || !file.finish()) return false;
   // The rename itself reaches the disk with the directory.
   const int folder = open(directory_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder >= 0) {
