@@ -116,7 +116,7 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
       if (earlier) {
         appendHistoryElement(document.root.get(), *earlier, historyCases(contextMembers(), judged));
       }
-      saved = document.save(xmlPath, &error);
+      saved = saveXmlDocument(document.root.get(), xmlPath, &error, &document.spool);
     } else {
       const TestCaseVerdict& verdict =
           judged.insert_or_assign(number, judgeTestCase(number)).first->second;
@@ -124,7 +124,7 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
       document.root.reset(buildTestCaseDocument(number, verdict, resultCode, &document.spool));
       if (earlier)
         appendHistoryElement(document.root.get(), *earlier, {historyCase(number, verdict)});
-      saved = document.save(xmlPath, &error);
+      saved = saveXmlDocument(document.root.get(), xmlPath, &error, &document.spool);
     }
   } catch (...) {
     // The run ends with an unexpected error; leave no empty report behind.
@@ -133,7 +133,7 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
   }
   if (!saved) return loseReport(renders, xmlPath, htmlPath, error);
 
-  if (!renders.start(xmlPath, htmlPath)) {
+  if (!renderHtml(xmlPath, htmlPath, renders)) {
     renders.waitForPath(normalisePathCopy(htmlPath.c_str()));
     std::printf("HTML report <%s> could not be created correctly.", htmlPath.c_str());
     std::remove(xmlPath.c_str());

@@ -8,8 +8,6 @@
 #include <new>
 #include <utility>
 
-#include "base/paths.h"
-
 namespace qendor {
 
 namespace {
@@ -125,22 +123,12 @@ void ChildSpool::splice(std::string_view text, FileOutput& file) const {
   file.write(text.substr(next));
 }
 
-bool SpooledDocument::save(const std::string& xmlPath, int* error) {
-  FileOutput file(normalisePathCopy(xmlPath.c_str()));
-  if (!file.open()) {
-    if (error) *error = file.error();
-    return false;
-  }
-  spool.settle();
+bool ChildSpool::writeDocument(xmlNode* root, FileOutput& file) {
+  settle();
   std::string shell;
-  // A document that could not be serialised (no memory) is lost like one
-  // that could not be written; the file goes with `file`.
-  if (writeFormattedDocument(root.get(), outputInto(shell))) {
-    spool.splice(shell, file);
-    if (file.finish()) return true;
-  }
-  if (error) *error = file.error() != 0 ? file.error() : ENOMEM;
-  return false;
+  if (!writeFormattedDocument(root, outputInto(shell))) return false;
+  splice(shell, file);
+  return true;
 }
 
 }  // namespace qendor

@@ -43,6 +43,11 @@ class ChildSpool {
   void splice(std::string_view text, std::string& out) const;
   void splice(std::string_view text, FileOutput& file) const;
 
+  // Writes the document whose top element is `root`, which holds the
+  // marker, to `file` with the spooled children in their place. False when
+  // the tree could not be serialised.
+  bool writeDocument(xmlNode* root, FileOutput& file);
+
  private:
   xmlNode* marker_ = nullptr;
   int depth_ = 0;         // of the marker and the children
@@ -53,11 +58,6 @@ class ChildSpool {
 struct SpooledDocument {
   XmlNodePtr root;
   ChildSpool spool;
-
-  // Saves like saveXmlDocument: false when the file cannot be created or
-  // written completely; then it is gone and `error`, when given, receives
-  // the errno value that tells why.
-  bool save(const std::string& xmlPath, int* error = nullptr);
 };
 
 }  // namespace qendor

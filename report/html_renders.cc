@@ -108,6 +108,10 @@ int64_t sizeOf(const std::string& path) {
 
 bool renderHtml(const std::string& xmlPath, const std::string& htmlPath) {
   HtmlRenders renders(1);
+  return renderHtml(xmlPath, htmlPath, renders);
+}
+
+bool renderHtml(const std::string& xmlPath, const std::string& htmlPath, HtmlRenders& renders) {
   return renders.start(xmlPath, htmlPath);
 }
 

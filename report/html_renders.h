@@ -20,6 +20,11 @@ namespace qendor {
 // error.
 bool renderHtml(const std::string& xmlPath, const std::string& htmlPath);
 
+class HtmlRenders;
+// The same, going on in the background in `renders` while the next document
+// is built: what a report run does.
+bool renderHtml(const std::string& xmlPath, const std::string& htmlPath, HtmlRenders& renders);
+
 // xsltproc runs that go on while the next documents are built, at most
 // `slots` at once. Renders wait in a queue for a free slot, the largest
 // report first, so that a context's long render does not end the run alone.

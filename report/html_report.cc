@@ -40,7 +40,7 @@ int writeToFile(void* context, const char* bytes, int length) {
 
 }  // namespace
 
-bool saveXmlDocument(xmlNode* root, const std::string& xmlPath, int* error) {
+bool saveXmlDocument(xmlNode* root, const std::string& xmlPath, int* error, ChildSpool* spool) {
   // Writing through our own file keeps libxml2 from reading "%XX" in the
   // name as an escaped URI.
   FileOutput file(normalisePathCopy(xmlPath.c_str()));
@@ -50,10 +50,11 @@ bool saveXmlDocument(xmlNode* root, const std::string& xmlPath, int* error) {
   }
   // A document that could not be serialised (no memory) is lost like one
   // that could not be written; the file goes with `file`.
-  if (writeFormattedDocument(root, xmlOutputBufferCreateIO(writeToFile, nullptr, &file, nullptr)) &&
-      file.finish()) {
-    return true;
-  }
+  const bool serialised =
+      spool ? spool->writeDocument(root, file)
+            : writeFormattedDocument(root,
+                                     xmlOutputBufferCreateIO(writeToFile, nullptr, &file, nullptr));
+  if (serialised && file.finish()) return true;
   if (error) *error = file.error() != 0 ? file.error() : ENOMEM;
   return false;
 }

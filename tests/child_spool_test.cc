@@ -89,7 +89,7 @@ class ChildSpoolTest : public ::testing::Test {
     const std::string wholePath = dir_.file("whole.xml");
     const std::string spooledPath = dir_.file("spooled.xml");
     ASSERT_TRUE(saveXmlDocument(whole.get(), wholePath));
-    ASSERT_TRUE(spooled.save(spooledPath));
+    ASSERT_TRUE(saveXmlDocument(spooled.root.get(), spooledPath, nullptr, &spooled.spool));
     const std::string expected = test::readFile(wholePath);
     EXPECT_EQ(test::readFile(spooledPath), expected)
         << "depth " << depth << ", " << count << (nested ? ", nested" : "");
@@ -130,7 +130,7 @@ TEST_F(ChildSpoolTest, ExactTextOfAContext) {
   document.spool.add(XmlNodePtr(newElement("TestCaseResult")));
   setAttribute(holder, "status", "PASSED");
   const std::string path = dir_.file("Ctx.xml");
-  ASSERT_TRUE(document.save(path));
+  ASSERT_TRUE(saveXmlDocument(document.root.get(), path, nullptr, &document.spool));
   EXPECT_EQ(test::readFile(path),
             "<?xml version=\"1.0\"?>\n"
             "<TestResult kind=\"rk_testcontext\">\n"
@@ -148,7 +148,7 @@ TEST_F(ChildSpoolTest, NothingSpooledLeavesAnEmptyElement) {
   document.spool.attach(addElement(document.root.get(), "ResultForCode"));
   EXPECT_TRUE(document.spool.attached());
   const std::string path = dir_.file("Empty.xml");
-  ASSERT_TRUE(document.save(path));
+  ASSERT_TRUE(saveXmlDocument(document.root.get(), path, nullptr, &document.spool));
   EXPECT_EQ(test::readFile(path),
             "<?xml version=\"1.0\"?>\n<TestResult>\n  <ResultForCode/>\n</TestResult>\n");
 }
@@ -166,7 +166,8 @@ TEST_F(ChildSpoolTest, UnwritableFileIsReported) {
   SpooledDocument document{XmlNodePtr(newElement("TestResult")), ChildSpool()};
   document.spool.attach(addElement(document.root.get(), "TestContextResult"));
   document.spool.add(XmlNodePtr(newElement("TestCaseResult")));
-  EXPECT_FALSE(document.save(dir_.file("missing/Ctx.xml")));
+  EXPECT_FALSE(
+      saveXmlDocument(document.root.get(), dir_.file("missing/Ctx.xml"), nullptr, &document.spool));
   EXPECT_FALSE(test::fileExists(dir_.file("missing/Ctx.xml")));
 }
 

@@ -141,14 +141,14 @@ class RenderHtmlTest : public ::testing::Test {
     return testing::internal::GetCapturedStderr();
   }
 
-  // Runs renderHtml, keeping what it printed.
-  bool render(const std::string& xml, const std::string& html) {
+  // Runs renderHtml, keeping what it printed and what it returned (true
+  // whatever xsltproc did: what came of it is in the files and the warnings).
+  void render(const std::string& xml, const std::string& html) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    const bool result = renderHtml(xml, html);
+    returned_ = renderHtml(xml, html);
     stdout_ = testing::internal::GetCapturedStdout();
     stderr_ = testing::internal::GetCapturedStderr();
-    return result;
   }
 
   test::TempDir dir_;
@@ -157,6 +157,7 @@ class RenderHtmlTest : public ::testing::Test {
   test::ScopedEnv path_{"PATH"};
   std::string stdout_;
   std::string stderr_;
+  bool returned_ = false;
 };
 
 TEST_F(RenderHtmlTest, RunsXsltprocWithExactlyTheseArguments) {
@@ -165,7 +166,7 @@ TEST_F(RenderHtmlTest, RunsXsltprocWithExactlyTheseArguments) {
   run().reportLanguage = kKor;
   const std::string out = dir_.file("out");
   mkdir(out.c_str(), 0755);
-  EXPECT_TRUE(render(out + "\\CaseOne.xml", out + "\\CaseOne.html"));
+  render(out + "\\CaseOne.xml", out + "\\CaseOne.html");
   EXPECT_EQ(
       test::readFile(args_),
       "-o\n" + out + "/CaseOne.html\n/opt/tools/TestResult2KOR.xslt\n" + out + "/CaseOne.xml\n");
@@ -178,7 +179,7 @@ TEST_F(RenderHtmlTest, ShellCharactersReachXsltprocUntouched) {
   run().programDirectory = "/opt/my tools/";
   const std::string out = dir_.file("a b $HOME `touch pwned` 'q' ;x");
   mkdir(out.c_str(), 0755);
-  EXPECT_TRUE(render(out + "\\\"C\".xml", out + "\\\"C\".html"));
+  render(out + "\\\"C\".xml", out + "\\\"C\".html");
   EXPECT_EQ(test::readFile(args_),
             "-o\n" + out + "/C.html\n/opt/my tools/TestResult2ENU.xslt\n" + out + "/C.xml\n");
   EXPECT_EQ(test::readFile(out + "/C.html"), "html");
@@ -194,7 +195,7 @@ TEST_F(RenderHtmlTest, NameWithPercentIsWrittenThroughStandardOutput) {
                                  "'; done\nprintf page\n");
   run().programDirectory = "/opt/tools/";
   const std::string html = dir_.file("Case%41.html");
-  EXPECT_TRUE(render(dir_.file("Case%41.xml"), html));
+  render(dir_.file("Case%41.xml"), html);
   EXPECT_EQ(test::readFile(args_),
             "/opt/tools/TestResult2ENU.xslt\n" + dir_.file("Case%41.xml") + "\n");
   EXPECT_EQ(test::readFile(html), "page");
@@ -207,7 +208,7 @@ TEST_F(RenderHtmlTest, FailedRenderThroughStandardOutputLeavesNoFile) {
   installFake(0);
   dir_.write("bin/xsltproc", "#!/bin/sh\nprintf half\nexit 5\n");
   const std::string html = dir_.file("P%2Fq.html");
-  EXPECT_TRUE(render(dir_.file("P%2Fq.xml"), html));
+  render(dir_.file("P%2Fq.xml"), html);
   EXPECT_FALSE(test::fileExists(html));
   EXPECT_EQ(stderr_, "qendor: HTML report " + html + " not written: xsltproc failed\n");
 }
@@ -216,7 +217,7 @@ TEST_F(RenderHtmlTest, BareProgramNameLooksForTheStylesheetByName) {
   installFake(0);
   run().programDirectory = "";
   run().reportLanguage = kJpn;
-  EXPECT_TRUE(render("x.xml", "y.html"));
+  render("x.xml", "y.html");
   EXPECT_EQ(test::readFile(args_), "-o\ny.html\nTestResult2JPN.xslt\nx.xml\n");
   std::remove("y.html");
 }
@@ -226,17 +227,20 @@ TEST_F(RenderHtmlTest, StaleReportIsDeletedWhenXsltprocFails) {
   const std::string html = dir_.write("CaseOne.html", "stale");
   // This fake notes whether the stale report was still there when it ran.
   dir_.write("bin/xsltproc", "#!/bin/sh\n[ -e \"$2\" ] && echo kept > '" + args_ + "'\nexit 3\n");
-  EXPECT_TRUE(render(dir_.file("CaseOne.xml"), html));
+  render(dir_.file("CaseOne.xml"), html);
   EXPECT_FALSE(test::fileExists(html));
   EXPECT_FALSE(test::fileExists(args_));
   EXPECT_EQ(stdout_, "");
   EXPECT_EQ(stderr_, "qendor: HTML report " + html + " not written: xsltproc failed\n");
+  // A failed render is no failed call: the driver's message for a report
+  // that could not be made at all is not printed for it.
+  EXPECT_TRUE(returned_);
 }
 
 TEST_F(RenderHtmlTest, MissingXsltprocLeavesNoReportAndWarns) {
   hideXsltproc();
   const std::string html = dir_.write("CaseOne.html", "stale");
-  EXPECT_TRUE(render(dir_.file("CaseOne.xml"), html));
+  render(dir_.file("CaseOne.xml"), html);
   EXPECT_FALSE(test::fileExists(html));
   EXPECT_EQ(stdout_, "");
   EXPECT_EQ(stderr_,
@@ -247,7 +251,7 @@ TEST_F(RenderHtmlTest, XsltprocEndedBySignal) {
   installFake(0);
   dir_.write("bin/xsltproc", "#!/bin/sh\nkill -TERM $$\n");
   const std::string html = dir_.file("CaseOne.html");
-  EXPECT_TRUE(render(dir_.file("CaseOne.xml"), html));
+  render(dir_.file("CaseOne.xml"), html);
   EXPECT_EQ(stderr_,
             "qendor: HTML report " + html + " not written: xsltproc was ended by a signal\n");
 }
@@ -277,7 +281,7 @@ TEST_F(RenderHtmlTest, ReportXsltprocCouldNotWriteIsRemovedAndTold) {
 TEST_F(RenderHtmlTest, UnwrittenReportWithoutAReasonFromXsltproc) {
   installFake(11);
   const std::string html = dir_.file("CaseOne.html");
-  EXPECT_TRUE(render(dir_.file("CaseOne.xml"), html));
+  render(dir_.file("CaseOne.xml"), html);
   EXPECT_FALSE(test::fileExists(html));
   EXPECT_EQ(stderr_, "qendor: " + html + ": xsltproc could not write it\n");
 }
@@ -332,7 +336,7 @@ TEST_F(RenderHtmlTest, XsltprocGetsTheCallersEnvironmentAsItIs) {
   test::ScopedEnv tunables("GLIBC_TUNABLES", nullptr);
   test::ScopedEnv probe("QENDOR_PROBE", "kept");
   test::ScopedEnv other("QENDOR_OTHER", "glibc.malloc.hugetlb=0");
-  EXPECT_TRUE(render(dir_.file("a.xml"), dir_.file("a.html")));
+  render(dir_.file("a.xml"), dir_.file("a.html"));
   EXPECT_EQ(test::readFile(args_), "unset|kept|glibc.malloc.hugetlb=0");
   EXPECT_EQ(stderr_, "");
 }
@@ -341,7 +345,7 @@ TEST_F(RenderHtmlTest, TheCallersMallocTunablesReachXsltprocUnchanged) {
   installFake(0);
   dir_.write("bin/xsltproc", "#!/bin/sh\nprintf '%s' \"$GLIBC_TUNABLES\" > '" + args_ + "'\n");
   test::ScopedEnv tunables("GLIBC_TUNABLES", "glibc.malloc.check=0");
-  EXPECT_TRUE(render(dir_.file("a.xml"), dir_.file("a.html")));
+  render(dir_.file("a.xml"), dir_.file("a.html"));
   EXPECT_EQ(test::readFile(args_), "glibc.malloc.check=0");
 }
 

@@ -94,7 +94,8 @@ class ResultDocumentTest : public ::testing::Test {
   // without the time.
   std::string contextDump(int& code) {
     const std::string path = dir_.file("Context.xml");
-    EXPECT_TRUE(buildTestContextDocument(code).save(path));
+    SpooledDocument document = buildTestContextDocument(code);
+    EXPECT_TRUE(saveXmlDocument(document.root.get(), path, nullptr, &document.spool));
     xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NOBLANKS | XML_PARSE_NONET);
     const std::string text = doc ? dumpWithoutTime(xmlDocGetRootElement(doc)) : "(unreadable)";
     xmlFreeDoc(doc);
@@ -178,7 +179,8 @@ TEST_F(ResultDocumentTest, SpooledAssertionsSaveAsTheWholeTree) {
     SpooledDocument spooled;
     int spooledCode = -1;
     spooled.root.reset(buildTestCaseDocument(number, spooledCode, &spooled.spool));
-    ASSERT_TRUE(spooled.save(dir_.file("spooled.xml")));
+    ASSERT_TRUE(
+        saveXmlDocument(spooled.root.get(), dir_.file("spooled.xml"), nullptr, &spooled.spool));
     static const std::regex time(" time=\"[^\"]*\"");
     const std::string expected =
         std::regex_replace(test::readFile(dir_.file("whole.xml")), time, "");
