@@ -12,10 +12,14 @@ namespace qendor {
 
 namespace {
 
-bool messageContains(std::string_view statement, std::string_view phrase) {
-  std::string first, second, message;
-  if (!parseAssertionMacro(statement, first, second, message)) return false;
-  return contains(message, phrase);
+constexpr std::string_view kStartPhrase = "Starting test case";
+constexpr std::string_view kFinishPhrase = "Finished test case";
+
+// The message the macro parser finds in `statement`; false when it finds
+// no assertion.
+bool messageOf(std::string_view statement, std::string& message) {
+  std::string first, second;
+  return parseAssertionMacro(statement, first, second, message);
 }
 
 }  // namespace
@@ -23,18 +27,22 @@ bool messageContains(std::string_view statement, std::string_view phrase) {
 // The message is a piece of the statement, so a statement without the phrase
 // cannot hold it in its message: most records are settled without parsing.
 bool isTestCaseStart(std::string_view statement) {
-  constexpr std::string_view phrase = "Starting test case";
-  return contains(statement, phrase) && messageContains(statement, phrase);
+  std::string message;
+  return contains(statement, kStartPhrase) && messageOf(statement, message) &&
+         contains(message, kStartPhrase);
 }
 
 bool isTestCaseEnd(std::string_view statement) {
-  constexpr std::string_view phrase = "Finished test case";
-  return contains(statement, phrase) && messageContains(statement, phrase);
+  std::string message;
+  return contains(statement, kFinishPhrase) && messageOf(statement, message) &&
+         contains(message, kFinishPhrase);
 }
 
+// Both phrases end in " test case"; one parse answers both questions.
 RecordBoundary recordBoundary(std::string_view statement) {
-  if (!contains(statement, " test case")) return RecordBoundary{};
-  return RecordBoundary{isTestCaseStart(statement), isTestCaseEnd(statement)};
+  std::string message;
+  if (!contains(statement, " test case") || !messageOf(statement, message)) return {};
+  return RecordBoundary{contains(message, kStartPhrase), contains(message, kFinishPhrase)};
 }
 
 WantedTestCases WantedTestCases::of(const RunSettings& settings) {

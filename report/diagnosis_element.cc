@@ -137,8 +137,8 @@ void writeChartDiagnosis(xmlNode* diagnosis, const ChartDiagnosis& chart) {
 
 void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict,
                     const SequenceLines* lines) {
-  const Diagnosis& diagnosis = verdict.diagnosis;
-  if (diagnosis.kind == Diagnosis::Kind::kNone) return;
+  if (!verdict.diagnosis) return;
+  const Diagnosis& diagnosis = *verdict.diagnosis;
   if (diagnosis.kind == Diagnosis::Kind::kSequence && !lines) return;
   xmlNode* element = addElement(testCaseResult, "Diagnosis");
   if (diagnosis.kind == Diagnosis::Kind::kSequence) {

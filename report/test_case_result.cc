@@ -182,7 +182,7 @@ void writeTestCaseResult(xmlNode* parent, int32_t testCase, const TestCaseVerdic
   if (verdict.type == TestType::kSequenceDiagram) {
     writeSdSummary(container, testCase, verdict, imagePath("result_jpegs", shortName));
   }
-  if (verdict.diagnosis.kind != Diagnosis::Kind::kNone) {
+  if (verdict.diagnosis) {
     const auto lines = r.sequenceLines.find(testCase);
     writeDiagnosis(result, verdict, lines != r.sequenceLines.end() ? lines->second.get() : nullptr);
   }

@@ -40,10 +40,8 @@ std::vector<std::string> acceptableMessages(const SequenceLines& lines, size_t p
           group.entered.end()) {
         continue;
       }
-      const size_t open = line.find('(');
-      if (open == std::string::npos) continue;  // the walk ended here
-      const std::string closing =
-          line.substr(0, line.find('_')) + "_OPERAND_END" + line.substr(open);
+      if (line.find('(') == std::string::npos) continue;  // the walk ended here
+      const std::string closing = operandClosingMarker(line);
       Group inside{group.entered, {}};
       inside.entered.push_back(sight.position);
       for (size_t i = sight.position + 1; i < lines.size() && lines[i] != closing; ++i) {

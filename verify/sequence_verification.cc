@@ -136,6 +136,11 @@ class ActivePositions {
 
 }  // namespace
 
+std::string operandClosingMarker(const std::string& beginLine) {
+  // The operator prefix is the whole line when it holds no "_".
+  return beginLine.substr(0, beginLine.find('_')) + "_OPERAND_END" + fragmentSuffix(beginLine);
+}
+
 bool isStepMarker(std::string_view line) {
   if (isTransparent(line)) return true;
   for (std::string_view marker : kActiveMarkers) {
@@ -299,10 +304,7 @@ bool loopOperandContains(const std::string& message, size_t beginIndex, int32_t 
 bool loopOperandContains(const std::string& message, size_t beginIndex,
                          const SequenceLines& lines) {
   if (beginIndex >= lines.size()) return false;
-  const std::string& line = lines[beginIndex];
-  std::string suffix = fragmentSuffix(line);
-  std::string prefix = line.substr(0, line.find('_'));  // the whole line without one
-  std::string closing = prefix + "_OPERAND_END" + suffix;
+  const std::string closing = operandClosingMarker(lines[beginIndex]);
   for (size_t i = beginIndex + 1; i < lines.size(); ++i) {
     if (lines[i] == closing) return false;
     if (lines[i] == message) return true;

@@ -20,6 +20,11 @@ namespace qendor {
 // of any length is handled without deep recursion.
 bool verifySdMessage(const std::string& message, size_t& position, const SequenceLines& lines);
 
+// The marker that closes the operand `beginLine` opens: its operator prefix
+// (the text before its first "_"), "_OPERAND_END" and its fragment suffix.
+// Throws std::out_of_range when the line holds no "(".
+std::string operandClosingMarker(const std::string& beginLine);
+
 // True for a line that begins with a marker the step knows; every other
 // line is a message line.
 bool isStepMarker(std::string_view line);

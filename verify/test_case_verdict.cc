@@ -21,14 +21,15 @@ bool isChart(VerificationKind kind) {
 class Judgement {
  public:
   Judgement(const TestModel& model, bool explain)
-      : model_(model), chart_(model.chart ? *model.chart : emptyChart()) {
-    currentState_ = chart_.firstRecord();
+      : model_(model), currentState_(model.chart ? model.chart->firstRecord() : nullptr) {
     if (!explain) return;
     if (model.kind == VerificationKind::kSdTest && model.sequenceLines) {
-      sequenceTrace_ = &verdict_.diagnosis.sequence;
+      diagnosis_ = std::make_shared<Diagnosis>();
+      sequenceTrace_ = &diagnosis_->sequence;
       sequenceTrace_->acceptedAt.assign(model.sequenceLines->size(), 0);
     } else if (isChart(model.kind) && model.chart) {
-      chartTrace_ = &verdict_.diagnosis.chart;
+      diagnosis_ = std::make_shared<Diagnosis>();
+      chartTrace_ = &diagnosis_->chart;
     }
   }
 
@@ -54,18 +55,13 @@ class Judgement {
       if (sequenceTrace_) explainSequence();
     } else if (isChart(model_.kind)) {
       complete();
-      if (chartTrace_) verdict_.diagnosis.kind = Diagnosis::Kind::kChart;
+      if (chartTrace_) diagnosis_->kind = Diagnosis::Kind::kChart;
     }
     if (notTerminated_ && !userExit_) status_ = Status::kError;
     return settle();
   }
 
  private:
-  static const ChartList& emptyChart() {
-    static const ChartList kEmpty;
-    return kEmpty;
-  }
-
   // An entry of a sequence diagram test case: its progress value is the
   // next step of the diagram. A value counts whatever the progress parser
   // gave, so a maximum of 0 still yields one.
@@ -101,7 +97,7 @@ class Judgement {
   // diagram would have taken there.
   void explainSequence() {
     SequenceDiagnosis& trace = *sequenceTrace_;
-    verdict_.diagnosis.kind = Diagnosis::Kind::kSequence;
+    diagnosis_->kind = Diagnosis::Kind::kSequence;
     if (!trace.rejectedRecord && (verdict_.coverage != "100" || (notTerminated_ && !userExit_))) {
       trace.position = sequencePosition_;
       trace.showExpected = true;
@@ -121,8 +117,8 @@ class Judgement {
     ChartSearchTrace* trace = chartTrace_ ? &search : nullptr;
     const ChartRecord* from = currentState_;
     currentState_ = model_.kind == VerificationKind::kFlowchartTest
-                        ? flowchartStep(statement, currentState_, visited, chart_, trace)
-                        : statechartStep(statement, currentState_, visited, chart_, trace);
+                        ? flowchartStep(statement, currentState_, visited, *model_.chart, trace)
+                        : statechartStep(statement, currentState_, visited, *model_.chart, trace);
     if (chartTrace_) notePath(search, from, statement);
     if (currentState_) return true;
     outcome_ = Outcome::kFault;
@@ -198,9 +194,13 @@ class Judgement {
       VisitedRecords visited;
       ChartSearchTrace search;
       ChartSearchTrace* trace = chartTrace_ ? &search : nullptr;
-      const ChartRecord* end = model_.kind == VerificationKind::kFlowchartTest
-                                   ? flowchartCanComplete(currentState_, visited, chart_, trace)
-                                   : statechartCanComplete(currentState_, visited, chart_, trace);
+      // Without a chart there is no state to start from, and so no end.
+      const ChartRecord* end = nullptr;
+      if (currentState_) {
+        end = model_.kind == VerificationKind::kFlowchartTest
+                  ? flowchartCanComplete(currentState_, visited, *model_.chart, trace)
+                  : statechartCanComplete(currentState_, visited, *model_.chart, trace);
+      }
       completes = end != nullptr || userExit_;
       if (chartTrace_ && !completes) {
         chartTrace_->stopped = true;
@@ -221,6 +221,7 @@ class Judgement {
   // The first rule that holds wins. A test case that did not terminate keeps
   // its document status; only what its context folds says so.
   TestCaseVerdict settle() {
+    if (diagnosis_ && diagnosis_->kind != Diagnosis::Kind::kNone) verdict_.diagnosis = diagnosis_;
     verdict_.status = status_;
     verdict_.folded = status_;
     if (outcome_ == Outcome::kBelowFullCoverage || (notTerminated_ && !userExit_)) {
@@ -243,7 +244,6 @@ class Judgement {
   }
 
   const TestModel& model_;
-  const ChartList& chart_;
   TestCaseVerdict verdict_;
   Status status_ = Status::kUndefined;
   Outcome outcome_ = Outcome::kOpen;
@@ -252,7 +252,8 @@ class Judgement {
   std::string lastProgressLine_;
   bool notTerminated_ = false;
   bool userExit_ = false;
-  SequenceDiagnosis* sequenceTrace_ = nullptr;  // when explaining
+  std::shared_ptr<Diagnosis> diagnosis_;  // when explaining
+  SequenceDiagnosis* sequenceTrace_ = nullptr;
   ChartDiagnosis* chartTrace_ = nullptr;
   const ChartRecord* lastOnPath_ = nullptr;
 };

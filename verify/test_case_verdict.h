@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -109,8 +110,9 @@ struct TestCaseVerdict {
   std::string max = "0";
   std::string coverage = "0";
 
-  // Only when asked for.
-  Diagnosis diagnosis;
+  // Only when asked for, and only for a test case judged against a diagram
+  // or chart; null otherwise, so that a verdict stays small.
+  std::shared_ptr<const Diagnosis> diagnosis;
 };
 
 // The verdicts of a run's test cases by number, each judged once.
