@@ -31,20 +31,7 @@ try {
   die('tests/browser/node_modules is missing: run npm ci --prefix tests/browser\n' + e.message);
 }
 
-let passed = 0;
-let failed = 0;
-function check(what, condition, detail) {
-  if (condition) {
-    passed++;
-  } else {
-    failed++;
-    console.log('FAIL: ' + what + (detail === undefined ? '' : ' (' + JSON.stringify(detail) + ')'));
-  }
-}
-function equal(what, expected, actual) {
-  check(what + ': expected ' + JSON.stringify(expected), JSON.stringify(expected) === JSON.stringify(actual),
-        actual);
-}
+const {check, equal, finish} = require('./checks');
 
 function makeReports(code) {
   const example = path.join(sourceDir, 'examples', 'explain');
@@ -176,8 +163,7 @@ async function run() {
     await plain.close();
     fs.rmSync(profile2, {recursive: true, force: true});
   }
-  console.log(passed + ' passed, ' + failed + ' failed; screenshots in ' + shots);
-  process.exit(failed === 0 ? 0 : 1);
+  finish(shots);
 }
 
 run().catch((e) => die(e.stack || String(e)));

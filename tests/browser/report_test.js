@@ -69,20 +69,7 @@ const LANGUAGES = [
    assertionsFailed: 'アサーション：1 件が不合格', shown: '9 件中 4 件のテストケースを表示'},
 ];
 
-let passed = 0;
-let failed = 0;
-function check(what, condition, detail) {
-  if (condition) {
-    passed++;
-  } else {
-    failed++;
-    console.log('FAIL: ' + what + (detail === undefined ? '' : ' (' + JSON.stringify(detail) + ')'));
-  }
-}
-function equal(what, expected, actual) {
-  check(what + ': expected ' + JSON.stringify(expected), JSON.stringify(expected) === JSON.stringify(actual),
-        actual);
-}
+const {check, equal, finish} = require('./checks');
 
 // Reports the example into OUTPUT_DIR/reports/LANG, as examples/run-demo.sh
 // does: verification files and images first, qendor run from the example's
@@ -435,8 +422,7 @@ async function withoutScripts(context, L, out) {
     for (let i = 0; i !== LANGUAGES.length; i++) await withoutScripts(context, LANGUAGES[i], reports[i]);
     await largeJumps(context, large, 'large context (no script)');
   });
-  console.log(passed + ' passed, ' + failed + ' failed; screenshots in ' + shots);
-  process.exit(failed === 0 ? 0 : 1);
+  finish(shots);
 })().catch((e) => {
   console.error(e);
   process.exit(1);
