@@ -19,7 +19,7 @@ namespace {
 // The stylesheets lie beside the program: its directory is its own path cut
 // before the first "qendor" in it (the whole path when there is none).
 std::string programDirectoryOf(const char* argv0) {
-  std::string path = normalisePathCopy(argv0);
+  std::string path = normalisePath(argv0);
   size_t at = path.find("qendor");
   if (at != std::string::npos) path.erase(at);
   return path;

@@ -2,43 +2,46 @@
 
 #include <cstdio>
 #include <exception>
+#include <optional>
 
 #include "app/command_line.h"
 #include "app/report_driver.h"
 #include "base/run_settings.h"
+#include "base/status.h"
 #include "input/info_file.h"
 #include "input/result_file.h"
+#include "report/html_report.h"
 
 namespace qendor {
 
 namespace {
 
-int runStages(int argc, char** argv) {
+ExitStatus runStages(int argc, char** argv) {
   if (!parseCommandLine(argc, argv)) {
     std::printf("%s\n", kUsageLine);
-    return 20;
+    return ExitStatus::kUsage;
   }
   if (!readInfoFile()) {
     std::printf("infofile <%s> could not be read correctly.\n", run().infoFile);
-    return 21;
+    return ExitStatus::kInfoFileUnread;
   }
-  bool resultRead = readResultFile() != 0;
-  if (!resultRead) {
+  std::optional<TestCaseLogs> logs = readResultFile(run());
+  if (!logs) {
     std::printf("resultfile <%s> could not be read correctly.\n", run().resultFile);
   }
-  // The reports are written from whatever the result file reader stored.
-  int status = runReports();
-  return resultRead ? status : 24;
+  // The reports are written from whatever the result file reader read.
+  const ExitStatus status = runReports(run(), logs ? *logs : TestCaseLogs(), renderSlots());
+  return logs ? status : ExitStatus::kResultFileUnread;
 }
 
 }  // namespace
 
 int runQendor(int argc, char** argv) {
   try {
-    return runStages(argc, argv);
+    return exitCode(runStages(argc, argv));
   } catch (...) {
     std::printf("Unexpected error in qendor");
-    return 30;
+    return exitCode(ExitStatus::kUnexpectedError);
   }
 }
 

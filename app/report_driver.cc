@@ -5,20 +5,40 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "base/paths.h"
-#include "base/run_settings.h"
+#include "report/case_result.h"
 #include "report/file_output.h"
+#include "report/history.h"
 #include "report/history_file.h"
+#include "report/html_renders.h"
 #include "report/html_report.h"
 #include "report/result_document.h"
-#include "report/xml_node.h"
+#include "verify/verdicts.h"
 
 namespace qendor {
 
 namespace {
+
+// Which document a report holds.
+enum class ReportKind { kTestCase, kTestContext };
+
+// A number below 1 selects the context's document, even for a test case the
+// info file stored under such a number.
+ReportKind reportKindOf(int32_t number) {
+  return number < 1 ? ReportKind::kTestContext : ReportKind::kTestCase;
+}
+
+// What the reports of one run share.
+struct ReportRun {
+  const RunSettings& settings;
+  RunVerdicts verdicts;
+  HtmlRenders renders;
+  const History* earlier = nullptr;  // with "-history": the runs before this one
+};
 
 // Opens the file for writing (creating or emptying it) and closes it again.
 bool canCreate(const std::string& path) {
@@ -30,41 +50,33 @@ bool canCreate(const std::string& path) {
 
 // The normalised path of a report file: the output folder, the name's base
 // report name and `extension`.
-std::string reportPath(const std::string& fullName, const char* extension) {
-  const RunSettings& r = run();
-  return normalisePath(std::string(r.outDirectory ? r.outDirectory : "") + "\\" +
+std::string reportPath(const RunSettings& settings, const std::string& fullName,
+                       const char* extension) {
+  return normalisePath(std::string(settings.outDirectory ? settings.outDirectory : "") + "\\" +
                        baseReportName(fullName) + extension);
 }
 
 // The XML report could not be written for `error`: tells so after the
 // warnings of the renders before it, so that standard error reads as in a
 // run that renders each report before it writes the next, and removes a
-// stale HTML report, which must not stand in for the lost one. Returns 25.
-int loseReport(HtmlRenders& renders, const std::string& xmlPath, const std::string& htmlPath,
-               int error) {
+// stale HTML report, which must not stand in for the lost one.
+ExitStatus loseReport(HtmlRenders& renders, const std::string& xmlPath, const std::string& htmlPath,
+                      int error) {
   renders.finishAll();
   reportUnwritten(xmlPath, error);
   std::remove(htmlPath.c_str());
-  return 25;
+  return ExitStatus::kNotWritten;
 }
 
-// The numbers of the test cases of the "-tcontext" context, in ascending order.
-std::vector<int32_t> contextMembers() {
-  const RunSettings& r = run();
-  std::vector<int32_t> members;
-  for (const auto& [number, name] : r.testCaseNames) {
-    if (contextOf(name) == r.testContextName) members.push_back(number);
-  }
-  return members;
-}
-
-// The entries of `numbers` as `judged` holds them, for the history.
-std::vector<HistoryCase> historyCases(const std::vector<int32_t>& numbers,
-                                      const TestCaseVerdicts& judged) {
+// The entries of `numbers` as they were judged, for the history.
+std::vector<HistoryCase> historyCases(const RunSettings& settings,
+                                      const std::vector<int32_t>& numbers,
+                                      const RunVerdicts& verdicts) {
   std::vector<HistoryCase> cases;
   for (int32_t number : numbers) {
-    const auto found = judged.find(number);
-    if (found != judged.end()) cases.push_back(historyCase(number, found->second));
+    if (const TestCaseVerdict* verdict = verdicts.find(number)) {
+      cases.push_back(historyCase(tableEntry(settings.testCaseNames, number), *verdict));
+    }
   }
   return cases;
 }
@@ -72,133 +84,123 @@ std::vector<HistoryCase> historyCases(const std::vector<int32_t>& numbers,
 // The history of what this run reports, when "-history" is given: the file,
 // read into `earlier`. Null without the option or when the directory cannot
 // be used; the run then writes what it writes without the option.
-std::unique_ptr<HistoryFile> readHistory(const char* kind, const std::string& fullName,
-                                         History& earlier) {
-  const char* directory = run().historyDirectory;
-  if (!directory) return nullptr;
-  auto file = std::make_unique<HistoryFile>(directory, baseReportName(fullName),
+std::unique_ptr<HistoryFile> readHistory(const RunSettings& settings, const char* kind,
+                                         const std::string& fullName, History& earlier) {
+  if (!settings.historyDirectory) return nullptr;
+  auto file = std::make_unique<HistoryFile>(settings.historyDirectory, baseReportName(fullName),
                                             HistoryOwner{kind, fullName});
   if (!file->read(earlier)) return nullptr;
   return file;
 }
 
-}  // namespace
-
-int writeReport(const std::string& fullName, int32_t number) {
-  HtmlRenders renders(1);
-  TestCaseVerdicts judged;
-  return writeReport(fullName, number, renders, judged);
+// The document of one report, with the history when the run keeps one.
+ResultDocument buildReport(ReportRun& run, ReportKind kind, int32_t number) {
+  const RunSettings& settings = run.settings;
+  if (kind == ReportKind::kTestContext) {
+    ResultDocument built = buildTestContextDocument(settings, run.verdicts);
+    if (run.earlier) {
+      appendHistoryElement(
+          built.document.root.get(), *run.earlier,
+          historyCases(settings, contextMembers(settings, settings.testContextName), run.verdicts));
+    }
+    return built;
+  }
+  const TestCaseVerdict& verdict = run.verdicts.of(number);
+  ResultDocument built = buildTestCaseDocument(settings, number, verdict);
+  if (run.earlier) {
+    appendHistoryElement(built.document.root.get(), *run.earlier,
+                         {historyCase(tableEntry(settings.testCaseNames, number), verdict)});
+  }
+  return built;
 }
 
-int writeReport(const std::string& fullName, int32_t number, HtmlRenders& renders,
-                TestCaseVerdicts& judged, const History* earlier) {
-  const RunSettings& r = run();
-  const std::string xmlPath = reportPath(fullName, ".xml");
-  const std::string htmlPath = reportPath(fullName, ".html");
-  // An earlier xsltproc may still read or write these files (a test case
+// Writes the XML report named after `fullName` and has it rendered into
+// HTML. Returns the exit status of the document, or kNotWritten when the
+// XML file could not be written.
+ExitStatus writeReport(ReportRun& run, const std::string& fullName, ReportKind kind,
+                       int32_t number) {
+  const RunSettings& settings = run.settings;
+  HtmlRenders& renders = run.renders;
+  const std::string xmlPath = reportPath(settings, fullName, ".xml");
+  const std::string htmlPath = reportPath(settings, fullName, ".html");
+  // An earlier render may still read or write these files (a test case
   // named like its context): it must be done before they are touched.
-  renders.waitForPath(normalisePathCopy(xmlPath.c_str()));
-  renders.waitForPath(normalisePathCopy(htmlPath.c_str()));
+  renders.waitForPath(xmlPath);
+  renders.waitForPath(htmlPath);
 
   if (!canCreate(xmlPath)) {
     // Only the last path component is created. The mode is the decimal number
     // 777 on purpose, as harnesses have always got it.
-    mkdir(normalisePathCopy(r.outDirectory).c_str(), 777);
+    mkdir(normalisePath(settings.outDirectory).c_str(), 777);
     if (!canCreate(xmlPath)) return loseReport(renders, xmlPath, htmlPath, errno);
   }
 
-  int resultCode = 25;
+  ExitStatus status = ExitStatus::kNotWritten;
   bool saved = false;
   int error = 0;
   try {
-    if (number < 1) {
-      SpooledDocument document = buildTestContextDocument(resultCode, judged);
-      if (earlier) {
-        appendHistoryElement(document.root.get(), *earlier, historyCases(contextMembers(), judged));
-      }
-      saved = saveXmlDocument(document.root.get(), xmlPath, &error, &document.spool);
-    } else {
-      const TestCaseVerdict& verdict =
-          judged.insert_or_assign(number, judgeTestCase(number)).first->second;
-      SpooledDocument document;
-      document.root.reset(buildTestCaseDocument(number, verdict, resultCode, &document.spool));
-      if (earlier)
-        appendHistoryElement(document.root.get(), *earlier, {historyCase(number, verdict)});
-      saved = saveXmlDocument(document.root.get(), xmlPath, &error, &document.spool);
-    }
+    ResultDocument built = buildReport(run, kind, number);
+    status = built.exitStatus;
+    saved = saveXmlDocument(built.document.root.get(), xmlPath, &error, &built.document.spool);
   } catch (...) {
     // The run ends with an unexpected error; leave no empty report behind.
     std::remove(xmlPath.c_str());
     throw;
   }
   if (!saved) return loseReport(renders, xmlPath, htmlPath, error);
-
-  if (!renderHtml(xmlPath, htmlPath, renders)) {
-    renders.waitForPath(normalisePathCopy(htmlPath.c_str()));
-    std::printf("HTML report <%s> could not be created correctly.", htmlPath.c_str());
-    std::remove(xmlPath.c_str());
-    std::remove(htmlPath.c_str());
-    resultCode = 25;
-  }
-  return resultCode;
+  renderHtml(xmlPath, htmlPath, renders);
+  return status;
 }
 
-int runReports() {
-  return runReports(renderSlots());
-}
+}  // namespace
 
-int runReports(size_t renderSlots) {
-  RunSettings& r = run();
-  // Each xsltproc goes on while the next document is built. All are finished
-  // before the tables go and before this returns, an unexpected error
-  // included (the destructor).
-  HtmlRenders renders(renderSlots);
-  TestCaseVerdicts judged;
+ExitStatus runReports(const RunSettings& settings, const TestCaseLogs& logs, size_t renderSlots) {
+  // Each render goes on while the next document is built. All are finished
+  // before this returns, an unexpected error included (the destructor).
+  ReportRun run{settings, RunVerdicts(settings, logs), HtmlRenders(renderSlots)};
   History earlier;
   std::unique_ptr<HistoryFile> history;
   HistoryRun thisRun;
-  int result = 12;
+  ExitStatus result = ExitStatus::kUndefined;
   std::string ownHtml;  // the HTML report of the run's own document
-  if (!r.testCaseName.empty()) {
-    result = 22;
+  if (!settings.testCaseName.empty()) {
+    result = ExitStatus::kTestCaseNotFound;
     bool found = false;
-    for (const auto& [number, name] : r.testCaseNames) {
-      if (name != r.testCaseName) continue;
+    for (const auto& [number, name] : settings.testCaseNames) {
+      if (name != settings.testCaseName) continue;
       found = true;
-      history = readHistory("rk_testcase", name, earlier);
-      result = writeReport(name, number, renders, judged, history ? &earlier : nullptr);
-      ownHtml = reportPath(name, ".html");
-      thisRun.cases = historyCases({number}, judged);
+      history = readHistory(settings, "rk_testcase", name, earlier);
+      run.earlier = history ? &earlier : nullptr;
+      result = writeReport(run, name, reportKindOf(number), number);
+      ownHtml = reportPath(settings, name, ".html");
+      thisRun.cases = historyCases(settings, {number}, run.verdicts);
       if (!thisRun.cases.empty()) thisRun.status = thisRun.cases.front().status;
       break;
     }
     if (!found) {
-      std::printf("TestCase <%s> could not be found in inofile.", r.testCaseName.c_str());
+      std::printf("TestCase <%s> could not be found in inofile.", settings.testCaseName.c_str());
     }
-  } else if (!r.testContextName.empty()) {
-    history = readHistory("rk_testcontext", r.testContextName, earlier);
-    const History* shown = history ? &earlier : nullptr;
-    // Take the members first: writing a report may insert entries into the table.
-    const std::vector<int32_t> members = contextMembers();
+  } else if (!settings.testContextName.empty()) {
+    history = readHistory(settings, "rk_testcontext", settings.testContextName, earlier);
+    run.earlier = history ? &earlier : nullptr;
+    const std::vector<int32_t> members = contextMembers(settings, settings.testContextName);
     for (int32_t number : members) {
-      const std::string name = r.testCaseNames[number];
-      writeReport(name, number, renders, judged, shown);
+      writeReport(run, tableEntry(settings.testCaseNames, number), reportKindOf(number), number);
     }
-    result = writeReport(r.testContextName, -1, renders, judged, shown);
-    ownHtml = reportPath(r.testContextName, ".html");
-    thisRun.cases = historyCases(members, judged);
+    result = writeReport(run, settings.testContextName, ReportKind::kTestContext, -1);
+    ownHtml = reportPath(settings, settings.testContextName, ".html");
+    thisRun.cases = historyCases(settings, members, run.verdicts);
     for (const HistoryCase& entry : thisRun.cases) {
       thisRun.status = foldContextStatus(thisRun.status, entry.status);
     }
   }
-  renders.finishAll();
-  if (!ownHtml.empty() && renders.unwritten(normalisePathCopy(ownHtml.c_str()))) result = 25;
+  run.renders.finishAll();
+  if (!ownHtml.empty() && run.renders.unwritten(ownHtml)) result = ExitStatus::kNotWritten;
   // The run joins the history once its documents are written.
-  if (history && result != 25) {
+  if (history && result != ExitStatus::kNotWritten) {
     thisRun.time = historyTimeText();
     history->add(std::move(thisRun));
   }
-  releaseRunTables();
   return result;
 }
 

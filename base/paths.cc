@@ -32,7 +32,7 @@ std::string normalisePath(std::string_view path, std::string_view separator) {
   return unquoted;
 }
 
-std::string normalisePathCopy(const char* path, std::string_view separator) {
+std::string normalisePath(const char* path, std::string_view separator) {
   return normalisePath(path ? std::string_view(path) : std::string_view(), separator);
 }
 

@@ -12,9 +12,8 @@ namespace qendor {
 // and removes every double quote. Nothing else changes.
 std::string normalisePath(std::string_view path, std::string_view separator = "");
 
-// The same for a C string; null reads as empty. The result is the file name
-// to hand to the C library.
-std::string normalisePathCopy(const char* path, std::string_view separator = "");
+// The same for a setting that may be unset: null reads as empty.
+std::string normalisePath(const char* path, std::string_view separator = "");
 
 // The file name stem of a report or verification file: the part after the
 // last ":" and then after the last "." (Lib::Pkg.Ctx.CaseOne gives CaseOne).

@@ -1,5 +1,7 @@
 #include "base/run_settings.h"
 
+#include "base/paths.h"
+
 namespace qendor {
 
 namespace {
@@ -14,12 +16,12 @@ void resetRun() {
   *g_run = RunSettings();
 }
 
-void releaseRunTables() {
-  RunSettings& r = run();
-  for (auto& entry : r.collectedAssertions) entry.second.reset();
-  for (auto& entry : r.testCaseAssertions) entry.second.reset();
-  for (auto& entry : r.sequenceLines) entry.second.reset();
-  for (auto& entry : r.chartSteps) entry.second.reset();
+std::vector<int32_t> contextMembers(const RunSettings& settings, std::string_view contextName) {
+  std::vector<int32_t> members;
+  for (const auto& [number, name] : settings.testCaseNames) {
+    if (contextOf(name) == contextName) members.push_back(number);
+  }
+  return members;
 }
 
 }  // namespace qendor

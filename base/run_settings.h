@@ -1,30 +1,23 @@
-// Everything one run knows: the command line, the values of the info file and
-// the run-wide tables the readers fill and the report writers read.
+// What one run is told: the command line and the info file. Nothing else is
+// run-wide; what the readers read they return, and the judgement and the
+// writers get it handed in.
 //
-// These are process-wide by design: every stage reads them without having
-// them passed in. `run()` is the one instance; `resetRun()` empties it again
-// for tests and fuzzers.
+// `run()` is the one instance; `resetRun()` empties it again for tests and
+// fuzzers.
 #pragma once
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
-
-#include "base/assertion_record.h"
-#include "base/chart_record.h"
 
 namespace qendor {
 
 // An ordered map keyed by a signed 32-bit number, walked in ascending key
-// order. `operator[]` on a missing key inserts an empty entry (empty string,
-// null pointer); several readers rely on that.
+// order. `operator[]` on a missing key inserts an empty entry.
 template <class Value>
 using RunTable = std::map<int32_t, Value>;
-
-using LineStatements = std::map<int32_t, std::string>;
-using SequenceLines = std::vector<std::string>;
 
 // Report languages in the order of the "-language" table.
 enum ReportLanguage { kEnu = 1, kChs = 2, kCht = 3, kKor = 4, kJpn = 5 };
@@ -52,24 +45,20 @@ struct RunSettings {
   std::string activeComponent;
   std::string activeConfiguration;
 
-  // Run tables. The pointees are owned by the tables.
+  // The info file's tables.
   RunTable<std::string> testCaseNames;         // test case number -> full name
   RunTable<std::string> sequenceDiagramNames;  // test case number -> diagram name
   RunTable<std::string> sourceFiles;           // file number -> path
-  RunTable<std::unique_ptr<LineStatements>> collectedAssertions;  // file number -> statements
-  RunTable<std::unique_ptr<AssertionList>> testCaseAssertions;    // test case number -> records
-  RunTable<std::unique_ptr<SequenceLines>> sequenceLines;         // test case number -> lines
-  RunTable<std::unique_ptr<ChartList>> chartSteps;                // test case number -> chart
 };
+
+// The numbers of the test cases whose full name, cut before its last ".",
+// is `contextName`, in ascending order.
+std::vector<int32_t> contextMembers(const RunSettings& settings, std::string_view contextName);
 
 // The run of this process.
 RunSettings& run();
 
 // Empties every setting and table, as before the entry point starts.
 void resetRun();
-
-// Releases what the tables point to while keeping their keys, as the report
-// driver does after the last document.
-void releaseRunTables();
 
 }  // namespace qendor

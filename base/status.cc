@@ -18,20 +18,20 @@ std::string_view statusText(Status status) {
   return "UNDEFINED";
 }
 
-int statusCode(Status status) {
+ExitStatus statusCode(Status status) {
   switch (status) {
     case Status::kPassed:
-      return 0;
+      return ExitStatus::kPassed;
     case Status::kFailed:
-      return 10;
+      return ExitStatus::kFailed;
     case Status::kError:
-      return 11;
+      return ExitStatus::kError;
     case Status::kNotTerminated:
-      return 13;
+      return ExitStatus::kNotTerminated;
     case Status::kUndefined:
       break;
   }
-  return 12;
+  return ExitStatus::kUndefined;
 }
 
 }  // namespace qendor

@@ -1,6 +1,5 @@
 #include "input/assertion_collection.h"
 
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -57,17 +56,16 @@ void collectStatements(LineReader& reader, LineStatements& statements) {
   }
 }
 
-bool collectAssertions() {
-  bool anyRead = false;
-  for (const auto& [number, path] : run().sourceFiles) {
-    std::unique_ptr<LineStatements>& statements = run().collectedAssertions[number];
-    if (!statements) statements = std::make_unique<LineStatements>();
+CollectedAssertions collectAssertions(const RunTable<std::string>& sourceFiles) {
+  CollectedAssertions collected;
+  for (const auto& [number, path] : sourceFiles) {
+    LineStatements& statements = collected.statements[number];
     LineReader reader(normalisePath(path));
     if (!reader.isOpen()) continue;
-    collectStatements(reader, *statements);
-    anyRead = true;
+    collectStatements(reader, statements);
+    collected.anyFileRead = true;
   }
-  return anyRead;
+  return collected;
 }
 
 }  // namespace qendor

@@ -55,11 +55,11 @@ size_t openingParenthesis(std::string_view text, std::string_view name) {
 // (positions of the "(" or ","), less its first and its last character and
 // then less any leading double quotes. Assigned only when `after` lies at
 // least three characters after `before`.
-bool quotedBetween(std::string_view text, size_t before, size_t after, std::string& out) {
+bool quotedBetween(std::string_view text, size_t before, size_t after, std::string_view& out) {
   if (before == npos || after == npos || after < before + 3) return false;
   std::string_view inner = text.substr(before + 2, after - before - 3);
   while (!inner.empty() && inner.front() == '"') inner.remove_prefix(1);
-  out.assign(inner);
+  out = inner;
   return true;
 }
 
@@ -103,14 +103,14 @@ size_t skipBlanksAndQuote(std::string_view text, size_t at) {
 }
 
 // The sequence diagram assertion: diagram name, message name, message text.
-void parseSequenceAssertion(std::string_view text, std::string& firstArgument,
-                            std::string& secondArgument, std::string& message) {
+void parseSequenceAssertion(std::string_view text, std::string_view& firstArgument,
+                            std::string_view& secondArgument, std::string_view& message) {
   size_t open = openingParenthesis(text, "ASSERT_SD");
   if (open == npos) {
     // A statement that names the macro but never calls it has no arguments.
-    firstArgument.clear();
-    secondArgument.clear();
-    message.clear();
+    firstArgument = {};
+    secondArgument = {};
+    message = {};
     return;
   }
   size_t firstComma = findSeparator(text, open);
@@ -122,23 +122,22 @@ void parseSequenceAssertion(std::string_view text, std::string& firstArgument,
   // The scan for a fourth argument starts after the opening quote of the
   // third, so a quote inside the message opens a string.
   size_t start = skipBlanksAndQuote(text, secondComma + 1);
-  std::string_view third;
-  if (argumentFrom(text, start, start, Unclosed::kNothing, third)) message.assign(third);
+  argumentFrom(text, start, start, Unclosed::kNothing, message);
 }
 
 }  // namespace
 
-std::string macroFirstArgument(std::string_view statement, std::string_view macroName) {
+std::string_view macroFirstArgument(std::string_view statement, std::string_view macroName) {
   size_t open = openingParenthesis(statement, macroName);
-  if (open == npos) return std::string();
+  if (open == npos) return {};
   size_t start = skipBlanksAndQuote(statement, open + 1);
   std::string_view argument;
-  if (!argumentFrom(statement, start, open, Unclosed::kRestOfText, argument)) return std::string();
-  return std::string(argument);
+  if (!argumentFrom(statement, start, open, Unclosed::kRestOfText, argument)) return {};
+  return argument;
 }
 
-bool parseAssertionMacro(std::string_view statement, std::string& firstArgument,
-                         std::string& secondArgument, std::string& message) {
+bool parseAssertionMacro(std::string_view statement, std::string_view& firstArgument,
+                         std::string_view& secondArgument, std::string_view& message) {
   if (contains(statement, "ASSERT_SD")) {
     parseSequenceAssertion(statement, firstArgument, secondArgument, message);
     return true;

@@ -90,7 +90,7 @@ void parseInfoFile(LineReader& lines, RunSettings& settings) {
 }
 
 bool readInfoFile() {
-  LineReader lines(normalisePathCopy(run().infoFile));
+  LineReader lines(normalisePath(run().infoFile));
   if (!lines.isOpen()) return false;
   parseInfoFile(lines, run());
   return true;

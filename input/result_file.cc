@@ -1,9 +1,9 @@
 #include "input/result_file.h"
 
 #include <cstdio>
-#include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "base/line_reader.h"
 #include "base/paths.h"
@@ -91,7 +91,8 @@ void parseFullAssertions(LineReader& lines, const RunTable<std::string>& sourceF
     std::string_view detailText = cutDetailText(rest);
     std::string_view assertionText = rest;
 
-    AssertionRecord* record = splitter.next(recordBoundary(assertionText), readInt32(result));
+    AssertionRecord* record = splitter.next(recordBoundary(assertionText), readInt32(result),
+                                            isSequenceDiagramStatement(assertionText));
     if (!record) continue;
     record->assertionText.assign(assertionText);
     record->status = result == "0" ? Status::kFailed : Status::kPassed;
@@ -101,37 +102,53 @@ void parseFullAssertions(LineReader& lines, const RunTable<std::string>& sourceF
   }
 }
 
-int readFullAssertions() {
-  LineReader lines(normalisePathCopy(run().resultFile));
-  if (!lines.isOpen()) return 0;
-  TestCaseSplitter splitter(run().testCaseAssertions, WantedTestCases::of(run()));
-  parseFullAssertions(lines, run().sourceFiles, splitter);
-  return 1;
+TestCaseLogs readFullAssertions(LineReader& lines, const RunTable<std::string>& sourceFiles,
+                                const WantedTestCases& wanted) {
+  TestCaseLogs logs;
+  {
+    TestCaseSplitter splitter(logs, wanted);
+    parseFullAssertions(lines, sourceFiles, splitter);
+  }
+  return logs;
 }
 
-int readResultFile() {
+std::optional<TestCaseLogs> readResultFile(const RunSettings& settings) {
+  const std::string path = normalisePath(settings.resultFile);
   RecordForm form;
   {
-    LineReader lines(normalisePathCopy(run().resultFile));
-    if (!lines.isOpen()) return 0;
+    LineReader lines(path);
+    if (!lines.isOpen()) return std::nullopt;
     form = detectRecordForm(lines);
   }
-  if (form == RecordForm::kNone) return 0;
-  int read;
+  if (form == RecordForm::kNone) return std::nullopt;
+  const WantedTestCases wanted = WantedTestCases::of(settings);
+  // The file is opened again for the records: a log that went away in
+  // between is told, and read as holding none.
+  TestCaseLogs logs;
+  bool read = false;
   if (form == RecordForm::kShort) {
-    if (!collectAssertions()) {
+    const CollectedAssertions collected = collectAssertions(settings.sourceFiles);
+    if (!collected.anyFileRead) {
       std::printf(
           "Assertions could not be collected correctly from files specified in infofile.\n");
     }
-    read = readShortAssertions();
+    LineReader lines(path);
+    if (lines.isOpen()) {
+      logs = readShortAssertions(lines, StatementIndex(collected.statements), wanted);
+      read = true;
+    }
   } else {
-    read = readFullAssertions();
+    LineReader lines(path);
+    if (lines.isOpen()) {
+      logs = readFullAssertions(lines, settings.sourceFiles, wanted);
+      read = true;
+    }
   }
-  if (read == 0) {
-    const char* name = run().resultFile ? run().resultFile : "(null)";
+  if (!read) {
+    const char* name = settings.resultFile ? settings.resultFile : "(null)";
     std::printf("resultfile <%s> could not be read correctly.\n", name);
   }
-  return 1;
+  return logs;
 }
 
 }  // namespace qendor

@@ -1,11 +1,13 @@
 // The result file: record form detection and the full record form.
 #pragma once
 
-#include <string_view>
+#include <optional>
+#include <string>
 
+#include "base/assertion_record.h"
 #include "base/line_reader.h"
 #include "base/run_settings.h"
-#include "input/test_case_splitter.h"
+#include "input/case_splitter.h"
 
 namespace qendor {
 
@@ -15,18 +17,19 @@ enum class RecordForm { kNone, kShort, kFull };
 // Reads lines until the first that begins with a record marker.
 RecordForm detectRecordForm(LineReader& lines);
 
-// Detects the record form of `run().resultFile` and runs the matching reader.
-// Returns 1 when a record form was found (even if its reader failed), 0 when
-// the file cannot be opened or holds no record line.
-int readResultFile();
-
-// Reads full-form records from `run().resultFile` into
-// `run().testCaseAssertions`. 0 when the file cannot be opened, 1 otherwise.
-int readFullAssertions();
+// Detects the record form of the "-result" file of `settings` and runs the
+// matching reader, which keeps the test cases `settings` names. Returns the
+// test cases read; nothing when the file cannot be opened or holds no record
+// line (a record form found whose reader then failed still counts as read).
+std::optional<TestCaseLogs> readResultFile(const RunSettings& settings);
 
 // Hands every full-form record of `lines` to `splitter`, each with the
 // number of the entry of `sourceFiles` its path matches.
 void parseFullAssertions(LineReader& lines, const RunTable<std::string>& sourceFiles,
                          TestCaseSplitter& splitter);
+
+// Reads the full-form records of `lines` into the test cases `wanted` names.
+TestCaseLogs readFullAssertions(LineReader& lines, const RunTable<std::string>& sourceFiles,
+                                const WantedTestCases& wanted);
 
 }  // namespace qendor

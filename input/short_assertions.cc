@@ -2,30 +2,35 @@
 
 #include <string_view>
 
-#include "base/paths.h"
 #include "base/text.h"
 
 namespace qendor {
 
-StatementIndex::StatementIndex(const RunTable<std::unique_ptr<LineStatements>>& collected) {
+namespace {
+
+StatementIndex::Statement indexed(const std::string& text) {
+  return StatementIndex::Statement{&text, recordBoundary(text), isSequenceDiagramStatement(text)};
+}
+
+}  // namespace
+
+StatementIndex::StatementIndex(const RunTable<LineStatements>& collected) {
   for (const auto& [fileNumber, statements] : collected) {
-    if (!statements || statements->empty()) continue;
+    if (statements.empty()) continue;
     File& file = files_[fileNumber];
-    const int32_t first = statements->begin()->first;
-    const int32_t last = statements->rbegin()->first;
+    const int32_t first = statements.begin()->first;
+    const int32_t last = statements.rbegin()->first;
     // Line numbers are dense in real files; a file with a few far-apart
     // numbers (or negative ones) keeps a hash map instead.
     const int64_t span = int64_t{last} - first + 1;
-    if (first >= 0 && span <= int64_t{4} * static_cast<int64_t>(statements->size()) + 1024) {
+    if (first >= 0 && span <= int64_t{4} * static_cast<int64_t>(statements.size()) + 1024) {
       file.first = first;
       file.byLine.resize(static_cast<size_t>(span));
-      for (const auto& [line, text] : *statements) {
-        file.byLine[static_cast<size_t>(line - first)] = Statement{&text, recordBoundary(text)};
+      for (const auto& [line, text] : statements) {
+        file.byLine[static_cast<size_t>(line - first)] = indexed(text);
       }
     } else {
-      for (const auto& [line, text] : *statements) {
-        file.sparse.emplace(line, Statement{&text, recordBoundary(text)});
-      }
+      for (const auto& [line, text] : statements) file.sparse.emplace(line, indexed(text));
     }
   }
 }
@@ -50,17 +55,6 @@ const StatementIndex::Statement* lookupCollectedAssertion(const StatementIndex& 
   return statements.find(fileNumber, lineNumber);
 }
 
-// find() rather than the inserting index: a lookup must not add entries.
-bool lookupCollectedAssertion(int32_t fileNumber, int32_t lineNumber, std::string& statement) {
-  const auto& files = run().collectedAssertions;
-  auto file = files.find(fileNumber);
-  if (file == files.end() || !file->second) return false;
-  auto found = file->second->find(lineNumber);
-  if (found == file->second->end()) return false;
-  statement = found->second;
-  return true;
-}
-
 void parseShortAssertions(LineReader& lines, const StatementIndex& statements,
                           TestCaseSplitter& splitter) {
   std::string_view line;
@@ -77,7 +71,7 @@ void parseShortAssertions(LineReader& lines, const StatementIndex& statements,
     if (!splitter.collecting() && !found->boundary.starts && !found->boundary.ends) continue;
     std::string_view result = cutField(rest, " ");
     const int32_t resultValue = readInt32(result);
-    AssertionRecord* record = splitter.next(found->boundary, resultValue);
+    AssertionRecord* record = splitter.next(found->boundary, resultValue, found->sequenceDiagram);
     if (!record) continue;
     record->status = resultValue != 0 ? Status::kPassed : Status::kFailed;
     record->fileNumber.assign(fileField);
@@ -86,13 +80,14 @@ void parseShortAssertions(LineReader& lines, const StatementIndex& statements,
   }
 }
 
-int readShortAssertions() {
-  LineReader lines(normalisePathCopy(run().resultFile));
-  if (!lines.isOpen()) return 0;
-  const StatementIndex statements(run().collectedAssertions);
-  TestCaseSplitter splitter(run().testCaseAssertions, WantedTestCases::of(run()));
-  parseShortAssertions(lines, statements, splitter);
-  return 1;
+TestCaseLogs readShortAssertions(LineReader& lines, const StatementIndex& statements,
+                                 const WantedTestCases& wanted) {
+  TestCaseLogs logs;
+  {
+    TestCaseSplitter splitter(logs, wanted);
+    parseShortAssertions(lines, statements, splitter);
+  }
+  return logs;
 }
 
 }  // namespace qendor

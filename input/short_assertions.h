@@ -2,14 +2,14 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "base/assertion_record.h"
 #include "base/line_reader.h"
-#include "base/run_settings.h"
-#include "input/test_case_splitter.h"
+#include "input/assertion_collection.h"
+#include "input/case_splitter.h"
 
 namespace qendor {
 
@@ -22,9 +22,10 @@ class StatementIndex {
   struct Statement {
     const std::string* text = nullptr;
     RecordBoundary boundary;
+    bool sequenceDiagram = false;  // makes its test case a sequence diagram test case
   };
 
-  explicit StatementIndex(const RunTable<std::unique_ptr<LineStatements>>& collected);
+  explicit StatementIndex(const RunTable<LineStatements>& collected);
 
   // The statement under the two numbers; null when either is absent.
   const Statement* find(int32_t fileNumber, int32_t lineNumber) const;
@@ -39,21 +40,17 @@ class StatementIndex {
   std::unordered_map<int32_t, File> files_;
 };
 
-// Reads short-form records from `run().resultFile` into
-// `run().testCaseAssertions`, taking the statements from
-// `run().collectedAssertions`. 0 when the file cannot be opened, 1 otherwise.
-int readShortAssertions();
-
 // Hands every short-form record of `lines` whose statement `statements` holds
 // to `splitter`.
 void parseShortAssertions(LineReader& lines, const StatementIndex& statements,
                           TestCaseSplitter& splitter);
 
-// Copies the statement collected for the file and line in `run()` into
-// `statement`. False, with `statement` untouched, when either key is absent.
-bool lookupCollectedAssertion(int32_t fileNumber, int32_t lineNumber, std::string& statement);
+// Reads the short-form records of `lines` into the test cases `wanted` names.
+TestCaseLogs readShortAssertions(LineReader& lines, const StatementIndex& statements,
+                                 const WantedTestCases& wanted);
 
-// The same over an index: the statement, or null when either key is absent.
+// The statement collected for the file and line; null when either key is
+// absent.
 const StatementIndex::Statement* lookupCollectedAssertion(const StatementIndex& statements,
                                                           int32_t fileNumber, int32_t lineNumber);
 

@@ -75,7 +75,7 @@ void ChildSpool::attach(xmlNode* holder) {
 
 void ChildSpool::add(XmlNodePtr child, ChildSpool* inner) {
   if (!marker_ || !child) return;
-  if (inner) inner->settle();
+  if (inner) inner->dropUnusedMarker();
   std::string text;
   if (xmlOutputBuffer* out = outputInto(text)) {
     // The level makes libxml2 indent the child's inner lines as deep as they
@@ -93,7 +93,7 @@ void ChildSpool::add(XmlNodePtr child, ChildSpool* inner) {
   children_ += '\n';
 }
 
-void ChildSpool::settle() {
+void ChildSpool::dropUnusedMarker() {
   if (marker_ && children_.empty()) {
     xmlUnlinkNode(marker_);
     xmlFreeNode(marker_);
@@ -124,7 +124,7 @@ void ChildSpool::splice(std::string_view text, FileOutput& file) const {
 }
 
 bool ChildSpool::writeDocument(xmlNode* root, FileOutput& file) {
-  settle();
+  dropUnusedMarker();
   std::string shell;
   if (!writeFormattedDocument(root, outputInto(shell))) return false;
   splice(shell, file);

@@ -36,9 +36,9 @@ class ChildSpool {
   // To be called before the tree that holds the marker is serialised: takes
   // the marker out when nothing was spooled, so that the holder is written
   // as it would be without it (an empty element stays "<X/>").
-  void settle();
+  void dropUnusedMarker();
 
-  // `text`, a serialisation of the settled tree, with the spooled children
+  // `text`, a serialisation of the tree, with the spooled children
   // in the marker's place, appended to `out` or written to `file`.
   void splice(std::string_view text, std::string& out) const;
   void splice(std::string_view text, FileOutput& file) const;

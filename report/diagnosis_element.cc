@@ -135,10 +135,10 @@ void writeChartDiagnosis(xmlNode* diagnosis, const ChartDiagnosis& chart) {
 
 }  // namespace
 
-void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict,
-                    const SequenceLines* lines) {
+void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict) {
   if (!verdict.diagnosis) return;
   const Diagnosis& diagnosis = *verdict.diagnosis;
+  const SequenceLines* lines = diagnosis.sequenceLines.get();
   if (diagnosis.kind == Diagnosis::Kind::kSequence && !lines) return;
   xmlNode* element = addElement(testCaseResult, "Diagnosis");
   if (diagnosis.kind == Diagnosis::Kind::kSequence) {

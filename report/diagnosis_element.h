@@ -4,14 +4,12 @@
 
 #include <libxml/tree.h>
 
-#include "verify/test_case_verdict.h"
+#include "verify/judgement.h"
 
 namespace qendor {
 
 // Appends the verdict's "Diagnosis" to `testCaseResult`; nothing when the
-// verdict carries none. `lines` are the diagram lines the verdict was judged
-// against (null for a chart).
-void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict,
-                    const SequenceLines* lines);
+// verdict carries none.
+void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict);
 
 }  // namespace qendor

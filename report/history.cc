@@ -13,7 +13,7 @@
 
 #include "base/paths.h"
 #include "base/run_settings.h"
-#include "report/test_case_result.h"
+#include "report/case_result.h"
 #include "report/xml_node.h"
 
 namespace qendor {
@@ -182,9 +182,9 @@ void addRun(History& history, HistoryRun run) {
   if (history.runs.size() > kHistoryRuns) history.runs.resize(kHistoryRuns);
 }
 
-HistoryCase historyCase(int32_t number, const TestCaseVerdict& verdict) {
+HistoryCase historyCase(const std::string& fullName, const TestCaseVerdict& verdict) {
   HistoryCase entry;
-  entry.fullName = run().testCaseNames[number];
+  entry.fullName = fullName;
   entry.name = std::string(afterLast(entry.fullName, '.'));
   entry.status = verdict.status;
   entry.verificationResult = std::string(verificationResultText(verdict.verification));

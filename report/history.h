@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "base/status.h"
-#include "verify/test_case_verdict.h"
+#include "verify/judgement.h"
 
 namespace qendor {
 
@@ -80,8 +80,8 @@ std::string historyText(const History& history, const HistoryOwner& owner);
 // kHistoryRuns.
 void addRun(History& history, HistoryRun run);
 
-// The test case `number` of this run as `verdict` judged it.
-HistoryCase historyCase(int32_t number, const TestCaseVerdict& verdict);
+// The test case named `fullName` of this run as `verdict` judged it.
+HistoryCase historyCase(const std::string& fullName, const TestCaseVerdict& verdict);
 
 // The current time as ISO 8601 in UTC, such as "2025-11-22T10:15:58Z".
 std::string historyTimeText();

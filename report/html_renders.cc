@@ -123,8 +123,8 @@ HtmlRenders::~HtmlRenders() {
 
 bool HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath) {
   Render render;
-  render.xml = normalisePathCopy(xmlPath.c_str());
-  render.html = normalisePathCopy(htmlPath.c_str());
+  render.xml = normalisePath(xmlPath.c_str());
+  render.html = normalisePath(htmlPath.c_str());
   waitForPath(render.xml);
   waitForPath(render.html);
 

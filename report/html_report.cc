@@ -43,7 +43,7 @@ int writeToFile(void* context, const char* bytes, int length) {
 bool saveXmlDocument(xmlNode* root, const std::string& xmlPath, int* error, ChildSpool* spool) {
   // Writing through our own file keeps libxml2 from reading "%XX" in the
   // name as an escaped URI.
-  FileOutput file(normalisePathCopy(xmlPath.c_str()));
+  FileOutput file(normalisePath(xmlPath.c_str()));
   if (!file.open()) {
     if (error) *error = file.error();
     return false;

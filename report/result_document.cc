@@ -2,12 +2,11 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <utility>
-#include <vector>
+#include <string>
+#include <string_view>
 
 #include "base/paths.h"
-#include "base/run_settings.h"
-#include "report/test_case_result.h"
+#include "report/case_result.h"
 #include "report/xml_node.h"
 
 namespace qendor {
@@ -18,17 +17,6 @@ namespace {
 const char* environmentValue(const char* name) {
   return std::getenv(name);
 }
-
-// "name" and "fullname" of a "ResultHeader" appended to `root`.
-xmlNode* addResultHeader(xmlNode* root, std::string_view name, std::string_view fullName) {
-  xmlNode* header = addElement(root, "ResultHeader");
-  setAttribute(header, "name", name);
-  setAttribute(header, "fullname", fullName);
-  addHeaderInfo(header);
-  return header;
-}
-
-}  // namespace
 
 std::string currentTimeText() {
   const std::time_t now = std::time(nullptr);
@@ -53,18 +41,15 @@ std::string machineNameText() {
   return "unknown";
 }
 
-std::string osNameText() {
-  return "Linux";
-}
-
-void addHeaderInfo(xmlNode* header) {
-  const RunSettings& r = run();
+// Sets "time" on the header and appends "EnvironmentInfo" and
+// "ConfigurationInfo".
+void addHeaderInfo(xmlNode* header, const RunSettings& r) {
   setAttribute(header, "time", currentTimeText());
 
   xmlNode* environment = addElement(header, "EnvironmentInfo");
   setAttribute(environment, "userName", userNameText());
   setAttribute(environment, "machineName", machineNameText());
-  setAttribute(environment, "osVersion", osNameText());
+  setAttribute(environment, "osVersion", "Linux");  // the only system the program runs on
   // Joined even when a half is empty: no version keys give ", build ".
   setAttribute(environment, "korvanVersion",
                r.korvanVersionNumber + ", build " + r.korvanBuildNumber);
@@ -76,12 +61,17 @@ void addHeaderInfo(xmlNode* header) {
   setAttribute(configuration, "configurationName", r.activeConfiguration);
 }
 
-int testCaseStatusCode(std::string_view status) {
-  for (Status known : {Status::kPassed, Status::kFailed, Status::kError, Status::kNotTerminated}) {
-    if (status == statusText(known)) return statusCode(known);
-  }
-  return statusCode(Status::kUndefined);
+// "name" and "fullname" of a "ResultHeader" appended to `root`.
+xmlNode* addResultHeader(xmlNode* root, const RunSettings& settings, std::string_view name,
+                         std::string_view fullName) {
+  xmlNode* header = addElement(root, "ResultHeader");
+  setAttribute(header, "name", name);
+  setAttribute(header, "fullname", fullName);
+  addHeaderInfo(header, settings);
+  return header;
 }
+
+}  // namespace
 
 // Any status but "PASSED" is a failure, and one failure is for good.
 Status foldContextStatus(Status contextSoFar, Status folded) {
@@ -89,58 +79,46 @@ Status foldContextStatus(Status contextSoFar, Status folded) {
   return contextSoFar == Status::kFailed ? Status::kFailed : Status::kPassed;
 }
 
-xmlNode* buildTestCaseDocument(int32_t testCase, const TestCaseVerdict& verdict, int& resultCode,
-                               ChildSpool* assertions) {
-  XmlNodePtr root(newElement("TestResult"));
-  setAttribute(root.get(), "kind", "rk_testcase");
-  const std::string fullName = run().testCaseNames[testCase];
-  addResultHeader(root.get(), afterLast(fullName, '.'), fullName);
-  writeTestCaseResult(root.get(), testCase, verdict, assertions);
-  resultCode = statusCode(verdict.folded);
-  return root.release();
+ResultDocument buildTestCaseDocument(const RunSettings& settings, int32_t testCase,
+                                     const TestCaseVerdict& verdict) {
+  ResultDocument built;
+  SpooledDocument& document = built.document;
+  document.root.reset(newElement("TestResult"));
+  setAttribute(document.root.get(), "kind", "rk_testcase");
+  const std::string& fullName = tableEntry(settings.testCaseNames, testCase);
+  addResultHeader(document.root.get(), settings, afterLast(fullName, '.'), fullName);
+  writeTestCaseResult(document.root.get(), settings, testCase, verdict, &document.spool);
+  built.exitStatus = statusCode(verdict.folded);
+  return built;
 }
 
-xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode, ChildSpool* assertions) {
-  return buildTestCaseDocument(testCase, judgeTestCase(testCase), resultCode, assertions);
-}
-
-SpooledDocument buildTestContextDocument(int& resultCode) {
-  TestCaseVerdicts judged;
-  return buildTestContextDocument(resultCode, judged);
-}
-
-SpooledDocument buildTestContextDocument(int& resultCode, TestCaseVerdicts& judged) {
-  RunSettings& r = run();
-  XmlNodePtr root(newElement("TestResult"));
-  setAttribute(root.get(), "kind", "rk_testcontext");
+ResultDocument buildTestContextDocument(const RunSettings& settings, RunVerdicts& verdicts) {
+  ResultDocument built;
+  SpooledDocument& document = built.document;
+  document.root.reset(newElement("TestResult"));
+  xmlNode* root = document.root.get();
+  setAttribute(root, "kind", "rk_testcontext");
   // A context is named after its last ":", a test case after its last ".".
-  addResultHeader(root.get(), afterLast(r.testContextName, ':'), r.testContextName);
-  xmlNode* contextResult = addElement(root.get(), "TestContextResult");
-  SpooledDocument document{std::move(root), ChildSpool()};
+  addResultHeader(root, settings, afterLast(settings.testContextName, ':'),
+                  settings.testContextName);
+  xmlNode* contextResult = addElement(root, "TestContextResult");
   document.spool.attach(contextResult);
 
-  // Members are taken first: writing a test case may add table entries.
-  std::vector<int32_t> members;
-  for (const auto& [number, name] : r.testCaseNames) {
-    if (contextOf(name) == r.testContextName) members.push_back(number);
-  }
   Status contextStatus = Status::kUndefined;
-  for (int32_t number : members) {
-    auto found = judged.find(number);
-    if (found == judged.end()) found = judged.emplace(number, judgeTestCase(number)).first;
-    const TestCaseVerdict& verdict = found->second;
+  for (int32_t number : contextMembers(settings, settings.testContextName)) {
+    const TestCaseVerdict& verdict = verdicts.of(number);
     // Each test case is written in its place in the tree, so that its lines
     // are indented as deep as they stand, and then spooled.
     ChildSpool assertions;
-    writeTestCaseResult(contextResult, number, verdict, &assertions);
+    writeTestCaseResult(contextResult, settings, number, verdict, &assertions);
     xmlNode* caseResult = contextResult->last;
     xmlUnlinkNode(caseResult);
     document.spool.add(XmlNodePtr(caseResult), &assertions);
     contextStatus = foldContextStatus(contextStatus, verdict.folded);
   }
   setAttribute(contextResult, "status", statusText(contextStatus));
-  resultCode = statusCode(contextStatus);
-  return document;
+  built.exitStatus = statusCode(contextStatus);
+  return built;
 }
 
 }  // namespace qendor

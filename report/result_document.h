@@ -2,48 +2,32 @@
 // configuration, and the test context's status.
 #pragma once
 
-#include <libxml/tree.h>
-
 #include <cstdint>
-#include <string>
-#include <string_view>
 
+#include "base/run_settings.h"
 #include "base/status.h"
 #include "report/child_spool.h"
-#include "verify/test_case_verdict.h"
+#include "verify/judgement.h"
+#include "verify/verdicts.h"
 
 namespace qendor {
 
-// The document of one test case, as `verdict` judged it. Returns the
-// unattached "TestResult" element, owned by the caller; `resultCode` becomes
-// the exit status it implies. With `assertions` the test case's assertions
-// are spooled there.
-xmlNode* buildTestCaseDocument(int32_t testCase, const TestCaseVerdict& verdict, int& resultCode,
-                               ChildSpool* assertions = nullptr);
+// A document ready to be saved, and the exit status it implies.
+struct ResultDocument {
+  SpooledDocument document;
+  ExitStatus exitStatus = ExitStatus::kNotWritten;
+};
 
-// The same, judging the test case first.
-xmlNode* buildTestCaseDocument(int32_t testCase, int& resultCode, ChildSpool* assertions = nullptr);
+// The document of test case `testCase` as `verdict` judged it, its
+// assertions spooled.
+ResultDocument buildTestCaseDocument(const RunSettings& settings, int32_t testCase,
+                                     const TestCaseVerdict& verdict);
 
-// The document of the test context named by `run().testContextName`, its
-// test case results (and their assertions) spooled one by one. A member
-// found in `judged` is written from that verdict; any other is judged now
-// and added to it.
-SpooledDocument buildTestContextDocument(int& resultCode, TestCaseVerdicts& judged);
-
-// The same, judging every member.
-SpooledDocument buildTestContextDocument(int& resultCode);
-
-// Sets "time" on the header and appends "EnvironmentInfo" and
-// "ConfigurationInfo".
-void addHeaderInfo(xmlNode* header);
-
-std::string currentTimeText();
-std::string userNameText();
-std::string machineNameText();
-std::string osNameText();
-
-// The exit status of a test case status text.
-int testCaseStatusCode(std::string_view status);
+// The document of the test context named by `settings.testContextName`, its
+// test case results (and their assertions) spooled one by one, each written
+// from the verdict `verdicts` holds or judges for it. Throws
+// std::out_of_range when a judgement does.
+ResultDocument buildTestContextDocument(const RunSettings& settings, RunVerdicts& verdicts);
 
 // The status of a test context whose members have the `folded` statuses in
 // turn: "UNDEFINED" without members, "PASSED" when every one passed,

@@ -9,7 +9,7 @@
 #include "report/xml_node.h"
 #include "tests/test_support.h"
 #include "tests/xml_dump.h"
-#include "verify/test_case_verdict.h"
+#include "verify/judgement.h"
 #include "verify/verification_file.h"
 
 namespace qendor {

@@ -18,8 +18,8 @@ TEST(NormalisePath, OtherTargetSeparator) {
 }
 
 TEST(NormalisePathCopy, NullReadsAsEmpty) {
-  EXPECT_EQ(normalisePathCopy(nullptr), "");
-  EXPECT_EQ(normalisePathCopy("c:\\x\\y"), "c:/x/y");
+  EXPECT_EQ(normalisePath(nullptr), "");
+  EXPECT_EQ(normalisePath("c:\\x\\y"), "c:/x/y");
 }
 
 TEST(BaseReportName, KeepsTextAfterLastColonThenLastDot) {

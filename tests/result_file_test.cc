@@ -10,7 +10,7 @@
 
 #include "base/line_reader.h"
 #include "base/run_settings.h"
-#include "input/test_case_splitter.h"
+#include "input/case_splitter.h"
 #include "tests/log_records.h"
 
 namespace qendor {

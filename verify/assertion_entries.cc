@@ -1,9 +1,29 @@
 #include "verify/assertion_entries.h"
 
+#include <string>
+
 #include "base/text.h"
 #include "input/assertion_macro.h"
+#include "verify/assertion_text.h"
 
 namespace qendor {
+
+namespace {
+
+// The pieces of a sequence diagram entry's message, each parsed afresh: a
+// piece the message does not hold is empty.
+void parseMarkedPieces(AssertionEntry& entry) {
+  const std::string_view message = entry.message;
+  entry.inr = {};
+  entry.onr = {};
+  parseNumberPair(message, entry.inr, entry.onr);
+  parseGuid(message, entry.guid);
+  entry.userMessage = parseUserMessage(message);
+  entry.arbiterKind = {};
+  parseArbiterKind(message, entry.arbiterKind);
+}
+
+}  // namespace
 
 bool AssertionEntries::next() {
   for (size_t i = started_ ? index_ + 1 : 0; i < records_.size(); ++i) {
@@ -15,18 +35,18 @@ bool AssertionEntries::next() {
       notTerminated_ = true;
       if (contains(record.assertionText, "NOFAIL_INTENDED_USER_EXIT")) userExit_ = true;
     }
-    if (!parseAssertionMacro(record.assertionText, sdiName_, msgId_, message_)) continue;
-    if (!record.detailText.empty()) message_ = record.detailText;
+    if (!parseAssertionMacro(record.assertionText, entry_.sdiName, entry_.msgId, entry_.message)) {
+      continue;
+    }
+    if (!record.detailText.empty()) entry_.message = record.detailText;
+    entry_.record = &record;
+    entry_.step = StepResult::kNotJudged;
+    entry_.diagramLine = 0;
+    entry_.progressValue = {};
+    if (sequenceDiagram_) parseMarkedPieces(entry_);
     return true;
   }
   index_ = records_.size();
-  return false;
-}
-
-bool hasSdAssertion(const AssertionList& records) {
-  for (const AssertionRecord& record : records) {
-    if (contains(record.assertionText, "ASSERT_SD")) return true;
-  }
   return false;
 }
 

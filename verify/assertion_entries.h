@@ -1,13 +1,42 @@
-// A test case's records as its document lists them, one "AssertionInfo"
-// entry each.
+// A test case's records as its documents list them, one "AssertionInfo"
+// entry each, parsed once.
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <string_view>
 
 #include "base/assertion_record.h"
 
 namespace qendor {
+
+// What the model made of an entry.
+enum class StepResult {
+  kNotJudged,  // no model step: a chart-less, diagram-less or value-less entry
+  kAccepted,   // the diagram or chart took it
+  kRejected,   // the diagram or chart refused it: the walk ended there
+};
+
+// One entry: a record the assertion macro parser accepted, with the pieces of
+// it that the judgement and the documents use. The pieces are views into the
+// test case's records, which must outlive the entry.
+struct AssertionEntry {
+  const AssertionRecord* record = nullptr;
+  // The macro parser's outputs; see AssertionEntries for how they carry over.
+  std::string_view sdiName;
+  std::string_view msgId;
+  std::string_view message;
+  // The marked pieces of the message; filled for a sequence diagram test
+  // case's entries only. `arbiterKind` is empty without an arbiter marker.
+  std::string_view guid;
+  std::string_view userMessage;
+  std::string_view inr;
+  std::string_view onr;
+  std::string_view arbiterKind;
+  std::string_view progressValue;  // empty without a progress marker
+  StepResult step = StepResult::kNotJudged;
+  // For an accepted diagram step: the diagram line (from 1) that took it.
+  size_t diagramLine = 0;
+};
 
 // Walks the records in log order. The macro parser's three outputs belong to
 // the whole walk: a record whose statement does not yield one keeps the
@@ -17,15 +46,15 @@ namespace qendor {
 // entry either.
 class AssertionEntries {
  public:
-  explicit AssertionEntries(const AssertionList& records) : records_(records) {}
+  // `sequenceDiagram`: the entries get their marked pieces parsed.
+  AssertionEntries(const AssertionList& records, bool sequenceDiagram)
+      : records_(records), sequenceDiagram_(sequenceDiagram) {}
 
   // Moves to the next entry; false when there is none.
   bool next();
 
-  const AssertionRecord& record() const { return records_[index_]; }
-  const std::string& sdiName() const { return sdiName_; }
-  const std::string& msgId() const { return msgId_; }
-  const std::string& message() const { return message_; }
+  // The entry the walk stands on, valid after next() returned true.
+  const AssertionEntry& entry() const { return entry_; }
 
   // Known once the walk reached the last record: it is not the finish
   // assertion, and whether the user ended the test case on purpose.
@@ -34,17 +63,12 @@ class AssertionEntries {
 
  private:
   const AssertionList& records_;
+  const bool sequenceDiagram_;
   size_t index_ = 0;
   bool started_ = false;
-  std::string sdiName_;
-  std::string msgId_;
-  std::string message_;
+  AssertionEntry entry_;
   bool notTerminated_ = false;
   bool userExit_ = false;
 };
-
-// True when a record's statement is a sequence diagram assertion: the test
-// case is then reported as one.
-bool hasSdAssertion(const AssertionList& records);
 
 }  // namespace qendor

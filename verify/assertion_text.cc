@@ -39,7 +39,7 @@ int32_t roundedPercent(int32_t value, int32_t max) {
 
 }  // namespace
 
-bool parseProgress(std::string_view text, std::string& value, std::string& max,
+bool parseProgress(std::string_view text, std::string_view& value, std::string_view& max,
                    std::string& coverage) {
   constexpr std::string_view kMarker = " - progress ";
   size_t at = text.find(kMarker);
@@ -49,8 +49,8 @@ bool parseProgress(std::string_view text, std::string& value, std::string& max,
   if (slash == kNotFound) return false;
   std::string_view maxText = rest.substr(slash + 1);
   maxText = maxText.substr(0, maxText.find(" -"));  // to the end when none follows
-  value = std::string(rest.substr(0, slash));
-  max = std::string(maxText);
+  value = rest.substr(0, slash);
+  max = maxText;
   int32_t number = readInt32(value);
   int32_t maximum = readInt32(max);
   if (maximum == 0) return false;
@@ -58,7 +58,7 @@ bool parseProgress(std::string_view text, std::string& value, std::string& max,
   return true;
 }
 
-bool parseArbiterKind(std::string_view text, std::string& kind) {
+bool parseArbiterKind(std::string_view text, std::string_view& kind) {
   constexpr std::string_view kMarker = " - [Arbiter ASSERT: ";
   size_t at = text.find(kMarker);
   if (at == kNotFound) return false;
@@ -66,28 +66,28 @@ bool parseArbiterKind(std::string_view text, std::string& kind) {
   return true;
 }
 
-bool parseGuid(std::string_view text, std::string& guid) {
-  guid.clear();
+bool parseGuid(std::string_view text, std::string_view& guid) {
+  guid = {};
   size_t at = text.find("GUID ");
   if (at == kNotFound) return false;
-  guid = std::string(text.substr(at, 41));  // the marker and the 36 characters of a GUID
+  guid = text.substr(at, 41);  // the marker and the 36 characters of a GUID
   return true;
 }
 
-bool parseNumberPair(std::string_view text, std::string& inr, std::string& onr) {
+bool parseNumberPair(std::string_view text, std::string_view& inr, std::string_view& onr) {
   constexpr std::string_view kMarker = "- no:";
   size_t at = text.find(kMarker);
   if (at == kNotFound) return false;
   size_t comma = text.find(',', at);
   size_t start = at + kMarker.size();
-  inr = std::string(comma == kNotFound ? text.substr(start) : text.substr(start, comma - start));
+  inr = comma == kNotFound ? text.substr(start) : text.substr(start, comma - start);
   // Without a comma the not-found position plus one wraps round to the start,
   // so the second number is the whole text.
-  onr = std::string(text.substr(comma + 1));
+  onr = text.substr(comma + 1);
   return true;
 }
 
-void parseUserMessage(std::string_view text, std::string& userMessage) {
+std::string_view parseUserMessage(std::string_view text) {
   std::string_view message = text;
   for (std::string_view marker : {"- progress", "- no:", "- [Arbiter ASSERT:", "- GUID"}) {
     size_t at = text.find(marker);
@@ -95,7 +95,7 @@ void parseUserMessage(std::string_view text, std::string& userMessage) {
     // the very start gives the wrapped-round length "all" and cuts nothing.
     if (at != kNotFound) message = message.substr(0, at - 1);
   }
-  userMessage = std::string(message);
+  return message;
 }
 
 }  // namespace qendor

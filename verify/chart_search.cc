@@ -4,7 +4,6 @@
 #include <utility>
 #include <vector>
 
-#include "base/run_settings.h"
 #include "base/text.h"
 
 namespace qendor {
@@ -211,20 +210,6 @@ Move leaveState(Frame& frame, VisitedRecords& visited, const ChartList& chart, b
 
 }  // namespace
 
-namespace {
-
-const ChartList& chartOf(int32_t testCase) {
-  static const ChartList kEmpty;
-  const std::unique_ptr<ChartList>& chart = run().chartSteps[testCase];
-  return chart ? *chart : kEmpty;
-}
-
-}  // namespace
-
-const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase) {
-  return chartOf(testCase).find(guid);
-}
-
 const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
                                   VisitedRecords& visited, const ChartList& chart,
                                   ChartSearchTrace* trace) {
@@ -323,26 +308,6 @@ const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecord
         return leaveFlowchartNode(frame, visited, chart);
       },
       trace);
-}
-
-const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
-                                  VisitedRecords& visited, int32_t testCase) {
-  return statechartStep(std::move(assertion), record, visited, chartOf(testCase));
-}
-
-const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
-                                 VisitedRecords& visited, int32_t testCase) {
-  return flowchartStep(std::move(assertion), record, visited, chartOf(testCase));
-}
-
-const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                         int32_t testCase) {
-  return statechartCanComplete(record, visited, chartOf(testCase));
-}
-
-const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                        int32_t testCase) {
-  return flowchartCanComplete(record, visited, chartOf(testCase));
 }
 
 }  // namespace qendor

@@ -53,19 +53,4 @@ const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecor
 const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
                                         const ChartList& chart, ChartSearchTrace* trace = nullptr);
 
-// The same four over the chart filed for `testCase` in `run().chartSteps`
-// (an empty chart when none is).
-const ChartRecord* statechartStep(std::string assertion, const ChartRecord* record,
-                                  VisitedRecords& visited, int32_t testCase);
-const ChartRecord* flowchartStep(std::string assertion, const ChartRecord* record,
-                                 VisitedRecords& visited, int32_t testCase);
-const ChartRecord* statechartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                         int32_t testCase);
-const ChartRecord* flowchartCanComplete(const ChartRecord* record, VisitedRecords& visited,
-                                        int32_t testCase);
-
-// The first record of the test case's chart whose guid equals `guid`; null
-// when none does.
-const ChartRecord* findChartRecord(std::string_view guid, int32_t testCase);
-
 }  // namespace qendor

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/run_settings.h"
+#include "verify/verification_file.h"
 
 namespace qendor {
 

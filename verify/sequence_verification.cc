@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "base/run_settings.h"
 #include "base/text.h"
 
 namespace qendor {
@@ -58,10 +57,6 @@ constexpr std::string_view kActiveMarkers[] = {
 // ends the run.
 std::string fragmentSuffix(const std::string& line) {
   return line.substr(line.find('('));
-}
-
-const SequenceLines* linesOf(int32_t testCase) {
-  return run().sequenceLines[testCase].get();
 }
 
 // Moves `position` forward, testing the line it stands on first, until the
@@ -147,11 +142,6 @@ bool isStepMarker(std::string_view line) {
     if (startsWith(line, marker)) return true;
   }
   return false;
-}
-
-bool verifySdMessage(const std::string& message, size_t& position, int32_t testCase) {
-  const SequenceLines* lines = linesOf(testCase);
-  return lines && verifySdMessage(message, position, *lines);
 }
 
 namespace {
@@ -256,7 +246,7 @@ bool runStep(const SequenceLines& lines, size_t& position, Probe& probe) {
 
 // The step for one recorded message.
 struct MessageProbe {
-  const std::string& message;
+  std::string_view message;
   const SequenceLines& lines;
   bool accepts(size_t, const std::string& line) const { return line == message; }
   bool entersLoop(size_t begin) const { return loopOperandContains(message, begin, lines); }
@@ -280,7 +270,7 @@ struct ExploringProbe {
 
 }  // namespace
 
-bool verifySdMessage(const std::string& message, size_t& position, const SequenceLines& lines) {
+bool verifySdMessage(std::string_view message, size_t& position, const SequenceLines& lines) {
   MessageProbe probe{message, lines};
   return runStep(lines, position, probe);
 }
@@ -296,13 +286,7 @@ std::vector<SequenceSight> exploreSequenceStep(const SequenceLines& lines, size_
   return std::move(probe.seen);
 }
 
-bool loopOperandContains(const std::string& message, size_t beginIndex, int32_t testCase) {
-  const SequenceLines* lines = linesOf(testCase);
-  return lines && loopOperandContains(message, beginIndex, *lines);
-}
-
-bool loopOperandContains(const std::string& message, size_t beginIndex,
-                         const SequenceLines& lines) {
+bool loopOperandContains(std::string_view message, size_t beginIndex, const SequenceLines& lines) {
   if (beginIndex >= lines.size()) return false;
   const std::string closing = operandClosingMarker(lines[beginIndex]);
   for (size_t i = beginIndex + 1; i < lines.size(); ++i) {

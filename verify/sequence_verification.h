@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/run_settings.h"
+#include "verify/verification_file.h"
 
 namespace qendor {
 
@@ -18,7 +18,7 @@ namespace qendor {
 // to a line they are still evaluating for this message (and so would never
 // end), the message is rejected: false, with `position` on that line. A list
 // of any length is handled without deep recursion.
-bool verifySdMessage(const std::string& message, size_t& position, const SequenceLines& lines);
+bool verifySdMessage(std::string_view message, size_t& position, const SequenceLines& lines);
 
 // The marker that closes the operand `beginLine` opens: its operator prefix
 // (the text before its first "_"), "_OPERAND_END" and its fragment suffix.
@@ -43,13 +43,8 @@ struct SequenceSight {
 std::vector<SequenceSight> exploreSequenceStep(const SequenceLines& lines, size_t position,
                                                const std::vector<size_t>& entered = {});
 
-// The same over the test case's `run().sequenceLines`; false when it holds no
-// list.
-bool verifySdMessage(const std::string& message, size_t& position, int32_t testCase);
-
 // True when a line equal to `message` follows the "LOOP_OPERAND_BEGIN" line at
 // `beginIndex` before the operand's closing marker.
-bool loopOperandContains(const std::string& message, size_t beginIndex, const SequenceLines& lines);
-bool loopOperandContains(const std::string& message, size_t beginIndex, int32_t testCase);
+bool loopOperandContains(std::string_view message, size_t beginIndex, const SequenceLines& lines);
 
 }  // namespace qendor

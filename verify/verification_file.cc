@@ -7,7 +7,6 @@
 
 #include "base/line_reader.h"
 #include "base/paths.h"
-#include "base/run_settings.h"
 #include "base/text.h"
 
 namespace qendor {
@@ -213,17 +212,16 @@ Verification parseVerificationFile(LineReader& lines) {
   return reader.take();
 }
 
-VerificationKind readVerificationFile(int32_t testCase) {
-  RunSettings& r = run();
-  const char* outDirectory = r.outDirectory ? r.outDirectory : "";
+Verification readVerificationFile(const char* outDirectory, std::string_view fullName) {
   std::string name =
-      std::string(outDirectory) + "\\" + baseReportName(r.testCaseNames[testCase]) + ".ver";
+      std::string(outDirectory ? outDirectory : "") + "\\" + baseReportName(fullName) + ".ver";
   LineReader lines(normalisePath(name, ""));
-  if (!lines.isOpen()) return VerificationKind::kNoVerificationFile;
-  Verification verification = parseVerificationFile(lines);
-  if (verification.sequenceLines) r.sequenceLines[testCase] = std::move(verification.sequenceLines);
-  if (verification.chart) r.chartSteps[testCase] = std::move(verification.chart);
-  return verification.kind;
+  if (!lines.isOpen()) {
+    Verification none;
+    none.kind = VerificationKind::kNoVerificationFile;
+    return none;
+  }
+  return parseVerificationFile(lines);
 }
 
 }  // namespace qendor

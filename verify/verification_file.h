@@ -2,12 +2,13 @@
 // case is judged, and the sequence diagram or chart it is judged against.
 #pragma once
 
-#include <cstdint>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/chart_record.h"
 #include "base/line_reader.h"
-#include "base/run_settings.h"
 
 namespace qendor {
 
@@ -23,6 +24,9 @@ enum class VerificationKind {
   kParallelSd = -10,
 };
 
+// The lines of a sequence diagram, one step or marker each.
+using SequenceLines = std::vector<std::string>;
+
 // What one verification file holds.
 struct Verification {
   VerificationKind kind = VerificationKind::kNoKind;
@@ -35,11 +39,9 @@ struct Verification {
 // Reads a verification file's lines.
 Verification parseVerificationFile(LineReader& lines);
 
-// Reads "<outDirectory>\<base name>.ver" of the test case, files its sequence
-// lines in `run().sequenceLines` and its chart in `run().chartSteps`, each
-// only when the file holds one (replacing what the table held for the test
-// case; an entry the file does not fill stays as it was), and returns its
-// kind: kNoVerificationFile when the file cannot be opened.
-VerificationKind readVerificationFile(int32_t testCase);
+// Reads "<outDirectory>\<base name>.ver" of the test case named `fullName`
+// (`outDirectory` null reads as empty). Its kind is kNoVerificationFile when
+// the file cannot be opened.
+Verification readVerificationFile(const char* outDirectory, std::string_view fullName);
 
 }  // namespace qendor

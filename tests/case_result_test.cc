@@ -1,7 +1,7 @@
 // The "TestCaseResult" subtree: names, paths, missing lists, verification
 // kinds and chart tests. Sequence diagram tests are in
 // test_case_result_sd_test.cc.
-#include "report/test_case_result.h"
+#include "report/case_result.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 
 #include "base/run_settings.h"
-#include "tests/test_case_result_fixture.h"
+#include "tests/case_result_fixture.h"
 
 namespace qendor {
 namespace {

@@ -1,4 +1,4 @@
-#include "verify/test_case_verdict.h"
+#include "verify/judgement.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "input/test_case_splitter.h"
+#include "input/case_splitter.h"
 
 #include <gtest/gtest.h>
 

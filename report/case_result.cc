@@ -1,15 +1,12 @@
-#include "report/test_case_result.h"
+#include "report/case_result.h"
 
 #include <cstdio>
 #include <string_view>
 
 #include "base/paths.h"
-#include "base/run_settings.h"
 #include "base/text.h"
 #include "report/diagnosis_element.h"
 #include "report/xml_node.h"
-#include "verify/assertion_entries.h"
-#include "verify/assertion_text.h"
 
 namespace qendor {
 
@@ -22,10 +19,10 @@ struct ImagePath {
   std::string full;
 };
 
-ImagePath imagePath(std::string_view folder, const std::string& shortName) {
+ImagePath imagePath(const char* outDirectory, std::string_view folder,
+                    const std::string& shortName) {
   ImagePath image;
   image.relative = normalisePath(std::string(folder) + "\\" + shortName + ".jpg");
-  const char* outDirectory = run().outDirectory;
   image.full = normalisePath(std::string(outDirectory ? outDirectory : "") + "\\" + image.relative);
   return image;
 }
@@ -40,65 +37,54 @@ bool imageExists(const ImagePath& image) {
 
 // Splits a source path at its last "/". Without one both halves are the whole
 // path: the not-found position plus one wraps round to the start.
-void splitSourcePath(const std::string& path, std::string& dir, std::string& filename) {
+struct SourcePath {
+  std::string_view dir;
+  std::string_view filename;
+};
+SourcePath splitSourcePath(std::string_view path) {
   const size_t slash = path.rfind('/');
-  dir = path.substr(0, slash);
-  filename = path.substr(slash + 1);
+  return SourcePath{path.substr(0, slash), path.substr(slash + 1)};
 }
 
 // The attributes of a sequence diagram test case's entry.
-void writeSdEntry(xmlNode* info, const AssertionEntries& entry, const std::string& dir,
-                  const std::string& filename) {
-  const AssertionRecord& record = entry.record();
-  const std::string& message = entry.message();
-  std::string inr;
-  std::string onr;
-  std::string guid;
-  std::string userMessage;
-  parseNumberPair(message, inr, onr);
-  parseGuid(message, guid);
-  parseUserMessage(message, userMessage);
-  setAttribute(info, "sdiname", entry.sdiName());
-  setAttribute(info, "msgid", entry.msgId());
-  setAttribute(info, "guid", guid);
+void writeSdEntry(xmlNode* info, const AssertionEntry& entry, const SourcePath& source) {
+  const AssertionRecord& record = *entry.record;
+  setAttribute(info, "sdiname", entry.sdiName);
+  setAttribute(info, "msgid", entry.msgId);
+  setAttribute(info, "guid", entry.guid);
   setAttribute(info, "status", statusText(record.status));
-  setAttribute(info, "usermsg", userMessage);
-  setAttribute(info, "inr", inr);
-  setAttribute(info, "onr", onr);
-  setAttribute(info, "dir", dir);
-  setAttribute(info, "filename", filename);
+  setAttribute(info, "usermsg", entry.userMessage);
+  setAttribute(info, "inr", entry.inr);
+  setAttribute(info, "onr", entry.onr);
+  setAttribute(info, "dir", source.dir);
+  setAttribute(info, "filename", source.filename);
   setAttribute(info, "fnr", record.fileNumber);
   setAttribute(info, "lnr", record.lineNumber);
-  std::string arbiterKind;
-  if (parseArbiterKind(message, arbiterKind)) setAttribute(info, "arbiterAssert", arbiterKind);
+  if (!entry.arbiterKind.empty()) setAttribute(info, "arbiterAssert", entry.arbiterKind);
 }
 
 // The attributes of any other entry.
-void writeCodeEntry(xmlNode* info, const AssertionEntries& entry, const std::string& dir,
-                    const std::string& filename) {
-  const AssertionRecord& record = entry.record();
-  setAttribute(info, "name", entry.message());
+void writeCodeEntry(xmlNode* info, const AssertionEntry& entry, const SourcePath& source) {
+  const AssertionRecord& record = *entry.record;
+  setAttribute(info, "name", entry.message);
   setAttribute(info, "status", statusText(record.status));
-  setAttribute(info, "dir", dir);
-  setAttribute(info, "filename", filename);
+  setAttribute(info, "dir", source.dir);
+  setAttribute(info, "filename", source.filename);
   setAttribute(info, "fnr", record.fileNumber);
   setAttribute(info, "lnr", record.lineNumber);
 }
 
 // One "AssertionInfo" element per entry the verdict lists.
-void writeEntries(const AssertionList& records, const TestCaseVerdict& verdict, xmlNode* container,
-                  ChildSpool* assertions) {
-  RunSettings& r = run();
-  AssertionEntries entries(records);
-  for (size_t written = 0; written < verdict.entries && entries.next(); ++written) {
+void writeEntries(const RunTable<std::string>& sourceFiles, const TestCaseVerdict& verdict,
+                  xmlNode* container, ChildSpool* assertions) {
+  for (const AssertionEntry& entry : verdict.entries) {
     xmlNode* info = addElement(container, "AssertionInfo");
-    std::string dir;
-    std::string filename;
-    splitSourcePath(r.sourceFiles[readInt32(entries.record().fileNumber)], dir, filename);
+    const SourcePath source =
+        splitSourcePath(tableEntry(sourceFiles, readInt32(entry.record->fileNumber)));
     if (verdict.type == TestType::kSequenceDiagram) {
-      writeSdEntry(info, entries, dir, filename);
+      writeSdEntry(info, entry, source);
     } else {
-      writeCodeEntry(info, entries, dir, filename);
+      writeCodeEntry(info, entry, source);
     }
     if (assertions && info) {
       xmlUnlinkNode(info);
@@ -107,13 +93,13 @@ void writeEntries(const AssertionList& records, const TestCaseVerdict& verdict, 
   }
 }
 
-void writeSdSummary(xmlNode* container, int32_t testCase, const TestCaseVerdict& verdict,
-                    const ImagePath& resultImage) {
+void writeSdSummary(xmlNode* container, const std::string& diagramName,
+                    const TestCaseVerdict& verdict, const ImagePath& resultImage) {
   xmlNode* summary = addElement(container, "SDSummaryInfo");
   xmlNode* results = addElement(summary, "SDResults");
   xmlNode* sdResult = addElement(results, "SDResult");
   setAttribute(sdResult, "name", verdict.summaryName);
-  setAttribute(sdResult, "sdname", run().sequenceDiagramNames[testCase]);
+  setAttribute(sdResult, "sdname", diagramName);
   setAttribute(sdResult, "status", statusText(verdict.summaryStatus));
   setAttribute(sdResult, "coverage", verdict.coverage);
   setAttribute(sdResult, "value", verdict.value);
@@ -150,10 +136,15 @@ std::string_view testTypeText(TestType type) {
   return type == TestType::kSequenceDiagram ? "tt_SD" : "tt_Code";
 }
 
-void writeTestCaseResult(xmlNode* parent, int32_t testCase, const TestCaseVerdict& verdict,
-                         ChildSpool* assertions) {
-  RunSettings& r = run();
-  const std::string fullName = r.testCaseNames[testCase];
+const std::string& tableEntry(const RunTable<std::string>& table, int32_t key) {
+  static const std::string kNone;
+  const auto found = table.find(key);
+  return found != table.end() ? found->second : kNone;
+}
+
+void writeTestCaseResult(xmlNode* parent, const RunSettings& settings, int32_t testCase,
+                         const TestCaseVerdict& verdict, ChildSpool* assertions) {
+  const std::string& fullName = tableEntry(settings.testCaseNames, testCase);
   xmlNode* result = addElement(parent, "TestCaseResult");
   setAttribute(result, "name", afterLast(fullName, '.'));
   setAttribute(result, "fullname", fullName);
@@ -161,8 +152,7 @@ void writeTestCaseResult(xmlNode* parent, int32_t testCase, const TestCaseVerdic
   setAttribute(result, "status", statusText(verdict.status));
   setAttribute(result, "verificationResult", verificationResultText(verdict.verification));
 
-  const AssertionList* records = r.testCaseAssertions[testCase].get();
-  if (!verdict.hasRecords || !records) {
+  if (!verdict.hasRecords) {
     addElement(result, "ResultForCode");
     return;
   }
@@ -173,25 +163,17 @@ void writeTestCaseResult(xmlNode* parent, int32_t testCase, const TestCaseVerdic
   } else {
     container = addElement(result, "ResultForSD");
     xmlNode* usedSds = addElement(container, "UsedSDs");
-    const ImagePath specImage = imagePath("spec_jpegs", shortName);
+    const ImagePath specImage = imagePath(settings.outDirectory, "spec_jpegs", shortName);
     if (imageExists(specImage))
       setAttribute(addElement(usedSds, "UsedSD"), "img", specImage.relative);
   }
   if (assertions) assertions->attach(container);
-  writeEntries(*records, verdict, container, assertions);
+  writeEntries(settings.sourceFiles, verdict, container, assertions);
   if (verdict.type == TestType::kSequenceDiagram) {
-    writeSdSummary(container, testCase, verdict, imagePath("result_jpegs", shortName));
+    writeSdSummary(container, tableEntry(settings.sequenceDiagramNames, testCase), verdict,
+                   imagePath(settings.outDirectory, "result_jpegs", shortName));
   }
-  if (verdict.diagnosis) {
-    const auto lines = r.sequenceLines.find(testCase);
-    writeDiagnosis(result, verdict, lines != r.sequenceLines.end() ? lines->second.get() : nullptr);
-  }
-}
-
-std::string writeTestCaseResult(xmlNode* parent, int32_t testCase, ChildSpool* assertions) {
-  const TestCaseVerdict verdict = judgeTestCase(testCase);
-  writeTestCaseResult(parent, testCase, verdict, assertions);
-  return std::string(statusText(verdict.folded));
+  if (verdict.diagnosis) writeDiagnosis(result, verdict);
 }
 
 }  // namespace qendor

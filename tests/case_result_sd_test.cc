@@ -1,5 +1,5 @@
 // The "TestCaseResult" subtree of sequence diagram test cases.
-#include "report/test_case_result.h"
+#include "report/case_result.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/run_settings.h"
-#include "tests/test_case_result_fixture.h"
+#include "tests/case_result_fixture.h"
 
 namespace qendor {
 namespace {

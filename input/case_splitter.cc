@@ -1,10 +1,8 @@
-#include "input/test_case_splitter.h"
+#include "input/case_splitter.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
 
-#include "base/paths.h"
 #include "base/text.h"
 #include "input/assertion_macro.h"
 
@@ -17,8 +15,8 @@ constexpr std::string_view kFinishPhrase = "Finished test case";
 
 // The message the macro parser finds in `statement`; false when it finds
 // no assertion.
-bool messageOf(std::string_view statement, std::string& message) {
-  std::string first, second;
+bool messageOf(std::string_view statement, std::string_view& message) {
+  std::string_view first, second;
   return parseAssertionMacro(statement, first, second, message);
 }
 
@@ -27,20 +25,20 @@ bool messageOf(std::string_view statement, std::string& message) {
 // The message is a piece of the statement, so a statement without the phrase
 // cannot hold it in its message: most records are settled without parsing.
 bool isTestCaseStart(std::string_view statement) {
-  std::string message;
+  std::string_view message;
   return contains(statement, kStartPhrase) && messageOf(statement, message) &&
          contains(message, kStartPhrase);
 }
 
 bool isTestCaseEnd(std::string_view statement) {
-  std::string message;
+  std::string_view message;
   return contains(statement, kFinishPhrase) && messageOf(statement, message) &&
          contains(message, kFinishPhrase);
 }
 
 // Both phrases end in " test case"; one parse answers both questions.
 RecordBoundary recordBoundary(std::string_view statement) {
-  std::string message;
+  std::string_view message;
   if (!contains(statement, " test case") || !messageOf(statement, message)) return {};
   return RecordBoundary{contains(message, kStartPhrase), contains(message, kFinishPhrase)};
 }
@@ -62,11 +60,7 @@ WantedTestCases WantedTestCases::of(const RunSettings& settings) {
       break;
     }
   }
-  if (contextWanted) {
-    for (const auto& [number, name] : settings.testCaseNames) {
-      if (contextOf(name) == settings.testContextName) wanted.numbers_.push_back(number);
-    }
-  }
+  if (contextWanted) wanted.numbers_ = contextMembers(settings, settings.testContextName);
   return wanted;
 }
 
@@ -74,28 +68,27 @@ bool WantedTestCases::wants(int32_t testCase) const {
   return all_ || std::binary_search(numbers_.begin(), numbers_.end(), testCase);
 }
 
-TestCaseSplitter::TestCaseSplitter(RunTable<std::unique_ptr<AssertionList>>& lists,
-                                   WantedTestCases wanted)
-    : lists_(lists), wanted_(std::move(wanted)) {}
+TestCaseSplitter::TestCaseSplitter(TestCaseLogs& logs, WantedTestCases wanted)
+    : logs_(logs), wanted_(std::move(wanted)) {}
 
 TestCaseSplitter::~TestCaseSplitter() {
-  for (auto& entry : lists_) {
-    if (entry.second) entry.second->shrink_to_fit();
-  }
+  for (auto& entry : logs_) entry.second.records.shrink_to_fit();
 }
 
-AssertionRecord* TestCaseSplitter::next(RecordBoundary boundary, int32_t testCase) {
+AssertionRecord* TestCaseSplitter::next(RecordBoundary boundary, int32_t testCase,
+                                        bool sequenceDiagram) {
   if (closeNext_) open_ = nullptr;
   if (boundary.starts) {
     open_ = nullptr;
     if (wanted_.wants(testCase)) {
-      auto list = std::make_unique<AssertionList>();
-      open_ = list.get();
-      lists_[testCase] = std::move(list);
+      open_ = &logs_[testCase];
+      *open_ = TestCaseLog();
     }
   }
   closeNext_ = boundary.ends;
-  return open_ ? &open_->emplace_back() : nullptr;
+  if (!open_) return nullptr;
+  if (sequenceDiagram) open_->sequenceDiagram = true;
+  return &open_->records.emplace_back();
 }
 
 }  // namespace qendor

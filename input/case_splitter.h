@@ -5,7 +5,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -52,7 +51,7 @@ class WantedTestCases {
 
 class TestCaseSplitter {
  public:
-  TestCaseSplitter(RunTable<std::unique_ptr<AssertionList>>& lists, WantedTestCases wanted);
+  TestCaseSplitter(TestCaseLogs& logs, WantedTestCases wanted);
   // Gives back the spare capacity of every list, so that the records cost
   // little more than their texts.
   ~TestCaseSplitter();
@@ -61,17 +60,19 @@ class TestCaseSplitter {
 
   // The record to fill for the next record line, `testCase` being the number
   // its result field reads as; null when no wanted test case is open.
-  AssertionRecord* next(RecordBoundary boundary, int32_t testCase);
+  // `sequenceDiagram`: the record's statement makes its test case a sequence
+  // diagram test case.
+  AssertionRecord* next(RecordBoundary boundary, int32_t testCase, bool sequenceDiagram);
 
   // False when the next record line without a boundary would be dropped, so
   // that a reader may pass over it without cutting it.
   bool collecting() const { return open_ && !closeNext_; }
 
  private:
-  RunTable<std::unique_ptr<AssertionList>>& lists_;
+  TestCaseLogs& logs_;
   WantedTestCases wanted_;
-  AssertionList* open_ = nullptr;  // null while no wanted test case is open
-  bool closeNext_ = false;         // the last record finished its test case
+  TestCaseLog* open_ = nullptr;  // null while no wanted test case is open
+  bool closeNext_ = false;       // the last record finished its test case
 };
 
 }  // namespace qendor

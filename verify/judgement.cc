@@ -1,4 +1,4 @@
-#include "verify/test_case_verdict.h"
+#include "verify/judgement.h"
 
 #include "base/text.h"
 #include "verify/assertion_entries.h"
@@ -27,68 +27,74 @@ class Judgement {
       diagnosis_ = std::make_shared<Diagnosis>();
       sequenceTrace_ = &diagnosis_->sequence;
       sequenceTrace_->acceptedAt.assign(model.sequenceLines->size(), 0);
+      diagnosis_->sequenceLines = model.sequenceLines;
     } else if (isChart(model.kind) && model.chart) {
       diagnosis_ = std::make_shared<Diagnosis>();
       chartTrace_ = &diagnosis_->chart;
     }
   }
 
-  TestCaseVerdict judge(const AssertionList* records) {
-    if (!records) {
+  TestCaseVerdict judge(const TestCaseLog* log) {
+    if (!log) {
       status_ = Status::kError;
-      return settle();
+      return conclude();
     }
     verdict_.hasRecords = true;
-    if (hasSdAssertion(*records)) verdict_.type = TestType::kSequenceDiagram;
-    AssertionEntries entries(*records);
+    if (log->sequenceDiagram) verdict_.type = TestType::kSequenceDiagram;
+    const bool sequence = verdict_.type == TestType::kSequenceDiagram;
+    AssertionEntries entries(log->records, sequence);
     while (entries.next()) {
-      ++verdict_.entries;
-      const bool goOn = verdict_.type == TestType::kSequenceDiagram ? sequenceEntry(entries)
-                                                                    : chartEntry(entries);
+      AssertionEntry& entry = verdict_.entries.emplace_back(entries.entry());
+      const bool goOn = sequence ? sequenceEntry(entry) : chartEntry(entry);
       if (!goOn) break;  // the failing entry is listed but not rolled up
-      rollUp(entries);
+      rollUp(entry);
     }
     notTerminated_ = entries.notTerminated();
     userExit_ = entries.userExit();
-    if (verdict_.type == TestType::kSequenceDiagram) {
-      summarise(entries.sdiName());
+    if (sequence) {
+      summarise(entries.entry().sdiName);
       if (sequenceTrace_) explainSequence();
     } else if (isChart(model_.kind)) {
       complete();
       if (chartTrace_) diagnosis_->kind = Diagnosis::Kind::kChart;
     }
     if (notTerminated_ && !userExit_) status_ = Status::kError;
-    return settle();
+    return conclude();
   }
 
  private:
   // An entry of a sequence diagram test case: its progress value is the
   // next step of the diagram. A value counts whatever the progress parser
   // gave, so a maximum of 0 still yields one.
-  bool sequenceEntry(const AssertionEntries& entry) {
-    const SequenceLines* lines = model_.sequenceLines;
+  bool sequenceEntry(AssertionEntry& entry) {
+    std::string_view value, max;
+    std::string coverage;
+    parseProgress(entry.message, value, max, coverage);
+    entry.progressValue = value;
+    const SequenceLines* lines = model_.sequenceLines.get();
     if (!lines || model_.kind != VerificationKind::kSdTest) return true;
-    std::string value, max, coverage;
-    parseProgress(entry.message(), value, max, coverage);
     if (value.empty()) return true;
     const size_t before = sequencePosition_;
     if (!verifySdMessage(value, sequencePosition_, *lines)) {
+      entry.step = StepResult::kRejected;
       outcome_ = Outcome::kFault;
-      if (sequenceTrace_) noteRejected(entry, value, before);
+      if (sequenceTrace_) noteRejected(entry, before);
       return false;
     }
+    entry.step = StepResult::kAccepted;
+    entry.diagramLine = sequencePosition_;
     if (sequenceTrace_) ++sequenceTrace_->acceptedAt[sequencePosition_ - 1];
     if (sequencePosition_ == lines->size()) outcome_ = Outcome::kVerified;
     return true;
   }
 
-  void noteRejected(const AssertionEntries& entry, const std::string& value, size_t before) {
+  void noteRejected(const AssertionEntry& entry, size_t before) {
     SequenceDiagnosis& trace = *sequenceTrace_;
-    trace.rejectedEntry = verdict_.entries;
-    trace.rejectedRecord = &entry.record();
-    trace.value = value;
-    trace.sdiName = entry.sdiName();
-    trace.msgId = entry.msgId();
+    trace.rejectedEntry = verdict_.entries.size();
+    trace.rejectedRecord = entry.record;
+    trace.value = entry.progressValue;
+    trace.sdiName = entry.sdiName;
+    trace.msgId = entry.msgId;
     trace.position = before;
     trace.showExpected = true;
   }
@@ -109,10 +115,10 @@ class Judgement {
 
   // An entry of any other test case: on a chart, the state that performs it
   // must be reachable from the current one.
-  bool chartEntry(const AssertionEntries& entry) {
+  bool chartEntry(AssertionEntry& entry) {
     if (!model_.chart || !currentState_ || !isChart(model_.kind)) return true;
     VisitedRecords visited;
-    const std::string& statement = entry.record().assertionText;
+    const std::string& statement = entry.record->assertionText;
     ChartSearchTrace search;
     ChartSearchTrace* trace = chartTrace_ ? &search : nullptr;
     const ChartRecord* from = currentState_;
@@ -120,7 +126,11 @@ class Judgement {
                         ? flowchartStep(statement, currentState_, visited, *model_.chart, trace)
                         : statechartStep(statement, currentState_, visited, *model_.chart, trace);
     if (chartTrace_) notePath(search, from, statement);
-    if (currentState_) return true;
+    if (currentState_) {
+      entry.step = StepResult::kAccepted;
+      return true;
+    }
+    entry.step = StepResult::kRejected;
     outcome_ = Outcome::kFault;
     return false;
   }
@@ -141,7 +151,7 @@ class Judgement {
     if (search.path.empty()) {
       trace.stopped = true;
       if (from) trace.stoppedAt = stepOf(*from);
-      trace.stoppedEntry = verdict_.entries;
+      trace.stoppedEntry = verdict_.entries.size();
       trace.assertion = statement;
       for (const ChartRecord* tried : search.tried) trace.tried.push_back(tried->transitionName);
       return;
@@ -150,28 +160,32 @@ class Judgement {
       // The record a search starts on ends the path already.
       if (i == 0 && search.path[0] == lastOnPath_) continue;
       ChartDiagnosis::Step step = stepOf(*search.path[i]);
-      if (i + 1 == search.path.size()) step.entry = verdict_.entries;
+      if (i + 1 == search.path.size()) step.entry = verdict_.entries.size();
       trace.add(std::move(step));
     }
     lastOnPath_ = search.path.back();
   }
 
   // One failed record fails the test case for good.
-  void rollUp(const AssertionEntries& entry) {
-    if (entry.record().status != Status::kPassed) {
+  void rollUp(const AssertionEntry& entry) {
+    if (entry.record->status != Status::kPassed) {
       status_ = Status::kFailed;
       return;
     }
     if (status_ == Status::kFailed) return;
     status_ = Status::kPassed;
-    if (contains(entry.message(), "- progress")) lastProgressLine_ = entry.message();
+    if (contains(entry.message, "- progress")) lastProgressLine_ = entry.message;
   }
 
   // The coverage summary also settles the verdict on coverage. Below full
   // coverage a test case that failed anyway, or that the user ended, counts
   // as verified; one that passed everything did not finish.
-  void summarise(const std::string& sdiName) {
-    parseProgress(lastProgressLine_, verdict_.value, verdict_.max, verdict_.coverage);
+  void summarise(std::string_view sdiName) {
+    std::string_view value = verdict_.value;
+    std::string_view max = verdict_.max;
+    parseProgress(lastProgressLine_, value, max, verdict_.coverage);
+    verdict_.value = std::string(value);
+    verdict_.max = std::string(max);
     if (outcome_ == Outcome::kFault) {
       status_ = Status::kError;
     } else if (verdict_.coverage != "100") {
@@ -220,9 +234,10 @@ class Judgement {
 
   // The first rule that holds wins. A test case that did not terminate keeps
   // its document status; only what its context folds says so.
-  TestCaseVerdict settle() {
+  TestCaseVerdict conclude() {
     if (diagnosis_ && diagnosis_->kind != Diagnosis::Kind::kNone) verdict_.diagnosis = diagnosis_;
     verdict_.status = status_;
+    verdict_.entries.shrink_to_fit();
     verdict_.folded = status_;
     if (outcome_ == Outcome::kBelowFullCoverage || (notTerminated_ && !userExit_)) {
       verdict_.verification = VerificationResult::kNotTerminated;
@@ -240,7 +255,7 @@ class Judgement {
     } else {
       verdict_.verification = VerificationResult::kFailed;
     }
-    return verdict_;
+    return std::move(verdict_);
   }
 
   const TestModel& model_;
@@ -249,7 +264,7 @@ class Judgement {
   Outcome outcome_ = Outcome::kOpen;
   size_t sequencePosition_ = 0;
   const ChartRecord* currentState_ = nullptr;
-  std::string lastProgressLine_;
+  std::string_view lastProgressLine_;
   bool notTerminated_ = false;
   bool userExit_ = false;
   std::shared_ptr<Diagnosis> diagnosis_;  // when explaining
@@ -269,17 +284,8 @@ void ChartDiagnosis::add(Step step) {
   path.push_back(std::move(step));
 }
 
-TestCaseVerdict judgeTestCase(const AssertionList* records, const TestModel& model, bool explain) {
-  return Judgement(model, explain).judge(records);
-}
-
-TestCaseVerdict judgeTestCase(int32_t testCase) {
-  RunSettings& r = run();
-  TestModel model;
-  model.kind = readVerificationFile(testCase);
-  model.sequenceLines = r.sequenceLines[testCase].get();
-  model.chart = r.chartSteps[testCase].get();
-  return judgeTestCase(r.testCaseAssertions[testCase].get(), model, r.explain);
+TestCaseVerdict judgeTestCase(const TestCaseLog* log, const TestModel& model, bool explain) {
+  return Judgement(model, explain).judge(log);
 }
 
 }  // namespace qendor

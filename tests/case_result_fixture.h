@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "base/run_settings.h"
-#include "report/test_case_result.h"
+#include "report/case_result.h"
 #include "report/xml_node.h"
 #include "tests/test_case_records.h"
 #include "tests/test_support.h"

@@ -7,12 +7,13 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/assertion_record.h"
 #include "base/chart_record.h"
-#include "base/run_settings.h"
 #include "base/status.h"
+#include "verify/assertion_entries.h"
 #include "verify/verification_file.h"
 
 namespace qendor {
@@ -31,11 +32,18 @@ enum class VerificationResult {
 };
 
 // What a test case is judged against: the kind its verification file gave
-// and the diagram lines or chart it held (null when it held none).
+// and the diagram lines or chart it held (null when it held none). Shared,
+// so that an explained verdict can keep the diagram it was judged against.
 struct TestModel {
+  TestModel() = default;
+  explicit TestModel(Verification verification)
+      : kind(verification.kind),
+        sequenceLines(std::move(verification.sequenceLines)),
+        chart(std::move(verification.chart)) {}
+
   VerificationKind kind = VerificationKind::kNoKind;
-  const SequenceLines* sequenceLines = nullptr;
-  const ChartList* chart = nullptr;
+  std::shared_ptr<const SequenceLines> sequenceLines;
+  std::shared_ptr<const ChartList> chart;
 };
 
 // Where a sequence diagram test case's run left its diagram.
@@ -87,6 +95,8 @@ struct Diagnosis {
   Kind kind = Kind::kNone;
   SequenceDiagnosis sequence;
   ChartDiagnosis chart;
+  // The diagram the test case was judged against (kSequence only).
+  std::shared_ptr<const SequenceLines> sequenceLines;
 };
 
 struct TestCaseVerdict {
@@ -97,9 +107,9 @@ struct TestCaseVerdict {
   // kNotTerminated when the test case did not terminate.
   Status folded = Status::kUndefined;
   VerificationResult verification = VerificationResult::kFailed;
-  // The number of entries the document lists: the walk stops after the
-  // entry whose verification failed.
-  size_t entries = 0;
+  // The entries the document lists, parsed once: the walk stops after the
+  // entry whose verification failed. Views into the test case's records.
+  std::vector<AssertionEntry> entries;
 
   // The summary of a sequence diagram test case: the diagram instance of the
   // last entry, the status before termination was looked at, and the
@@ -118,15 +128,11 @@ struct TestCaseVerdict {
 // The verdicts of a run's test cases by number, each judged once.
 using TestCaseVerdicts = std::map<int32_t, TestCaseVerdict>;
 
-// Walks `records` (null: the log never opened the test case) against
-// `model`. Throws std::out_of_range when the sequence verification does.
-// With `explain`, a sequence diagram or chart test case's verdict carries its
-// diagnosis.
-TestCaseVerdict judgeTestCase(const AssertionList* records, const TestModel& model,
-                              bool explain = false);
-
-// Reads the test case's verification file into the run tables and judges
-// its records from `run()`, explained when `run().explain` says so.
-TestCaseVerdict judgeTestCase(int32_t testCase);
+// Walks the records of `log` (null: the log never opened the test case)
+// against `model`. Throws std::out_of_range when the sequence verification
+// does. With `explain`, a sequence diagram or chart test case's verdict
+// carries its diagnosis. REQUIRES: `log` outlives the verdict, whose entries
+// are views into it.
+TestCaseVerdict judgeTestCase(const TestCaseLog* log, const TestModel& model, bool explain = false);
 
 }  // namespace qendor

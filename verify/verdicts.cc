@@ -1,0 +1,23 @@
+#include "verify/verdicts.h"
+
+#include "verify/verification_file.h"
+
+namespace qendor {
+
+const TestCaseVerdict& RunVerdicts::of(int32_t number) {
+  auto found = verdicts_.find(number);
+  if (found != verdicts_.end()) return found->second;
+  const auto name = settings_.testCaseNames.find(number);
+  const TestModel model(readVerificationFile(
+      settings_.outDirectory, name != settings_.testCaseNames.end() ? name->second : ""));
+  const auto log = logs_.find(number);
+  const TestCaseLog* records = log != logs_.end() ? &log->second : nullptr;
+  return verdicts_.emplace(number, judgeTestCase(records, model, settings_.explain)).first->second;
+}
+
+const TestCaseVerdict* RunVerdicts::find(int32_t number) const {
+  auto found = verdicts_.find(number);
+  return found != verdicts_.end() ? &found->second : nullptr;
+}
+
+}  // namespace qendor
