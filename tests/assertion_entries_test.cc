@@ -14,11 +14,12 @@ using test::record;
 // A line per entry: the index of its record, then "sdiName|msgId|message";
 // last the flags known at the end of the walk.
 std::string walk(const AssertionList& records) {
-  AssertionEntries entries(records);
+  AssertionEntries entries(records, false);
   std::string out;
   while (entries.next()) {
-    out += std::to_string(&entries.record() - records.data()) + " " + entries.sdiName() + "|" +
-           entries.msgId() + "|" + entries.message() + "\n";
+    const AssertionEntry& entry = entries.entry();
+    out += std::to_string(entry.record - records.data()) + " " + std::string(entry.sdiName) + "|" +
+           std::string(entry.msgId) + "|" + std::string(entry.message) + "\n";
   }
   out += entries.notTerminated() ? "not terminated" : "terminated";
   if (entries.userExit()) out += ", user exit";
@@ -79,19 +80,35 @@ TEST(AssertionEntries, Walks) {
 
 TEST(AssertionEntries, NextStaysFalseAtTheEnd) {
   const AssertionList records{record("ZKR_ASSERT_TRUE(a)"), record(test::kCodeFinish)};
-  AssertionEntries entries(records);
+  AssertionEntries entries(records, false);
   EXPECT_TRUE(entries.next());
   EXPECT_FALSE(entries.next());
   EXPECT_FALSE(entries.next());
   EXPECT_FALSE(entries.notTerminated());
 }
 
-TEST(HasSdAssertion, AnyRecordDecides) {
-  EXPECT_FALSE(hasSdAssertion({}));
-  EXPECT_FALSE(hasSdAssertion({record(test::kCodeStart), record("ZKR_ASSERT_TRUE(a)")}));
-  EXPECT_TRUE(hasSdAssertion({record("ZKR_ASSERT_TRUE(a)"), record(test::kSdFinish)}));
-  // The name alone counts, parsed or not.
-  EXPECT_TRUE(hasSdAssertion({record("no call of ASSERT_SD")}));
+// The marked pieces are parsed for a sequence diagram test case's entries
+// only, each from the entry's own message.
+TEST(AssertionEntries, MarkedPiecesOfSequenceDiagramEntries) {
+  const AssertionList records{
+      record(R"(ZKR_ASSERT_SD("Main", "m1", "pay - no:1,2 - [Arbiter ASSERT: external]"))"),
+      record(R"(ZKR_ASSERT_SD("Main", "m2", "plain"))")};
+  AssertionEntries sequence(records, true);
+  ASSERT_TRUE(sequence.next());
+  EXPECT_EQ(sequence.entry().userMessage, "pay");
+  EXPECT_EQ(sequence.entry().inr, "1");
+  EXPECT_EQ(sequence.entry().onr, "2 - [Arbiter ASSERT: external]");
+  EXPECT_EQ(sequence.entry().arbiterKind, "external");
+  ASSERT_TRUE(sequence.next());
+  EXPECT_EQ(sequence.entry().userMessage, "plain");
+  EXPECT_EQ(sequence.entry().inr, "");
+  EXPECT_EQ(sequence.entry().onr, "");
+  EXPECT_EQ(sequence.entry().arbiterKind, "");
+
+  AssertionEntries code(records, false);
+  ASSERT_TRUE(code.next());
+  EXPECT_EQ(code.entry().userMessage, "");
+  EXPECT_EQ(code.entry().arbiterKind, "");
 }
 
 }  // namespace

@@ -5,12 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <utility>
 
 #include "base/run_settings.h"
 #include "report/case_result.h"
+#include "verify/verdicts.h"
 #include "report/xml_node.h"
 #include "tests/test_case_records.h"
 #include "tests/test_support.h"
@@ -72,22 +72,26 @@ class TestCaseResultTest : public ::testing::Test {
   void addCase(AssertionList records, const std::string& fullName = "Pkg.Ctx.CaseOne",
                int32_t number = 1) {
     run().testCaseNames[number] = fullName;
-    run().testCaseAssertions[number] = std::make_unique<AssertionList>(std::move(records));
+    logs_[number] = makeTestCaseLog(std::move(records));
   }
   void writeVer(const std::string& content, const std::string& shortName = "CaseOne") {
     dir_.write(shortName + ".ver", content);
   }
 
-  // The "TestCaseResult" written under a scratch parent; the returned status
-  // goes to `status_`.
+  // The "TestCaseResult" of the test case as the run judges it, written
+  // under a scratch parent; the status its context folds goes to `status_`.
   std::string result(int32_t number = 1) {
+    RunVerdicts verdicts(run(), logs_);
+    const TestCaseVerdict& verdict = verdicts.of(number);
     XmlNodePtr parent(newElement("Parent"));
-    status_ = writeTestCaseResult(parent.get(), number);
+    writeTestCaseResult(parent.get(), run(), number, verdict);
+    status_ = std::string(statusText(verdict.folded));
     EXPECT_EQ(parent->children, parent->last) << "one subtree only";
     return test::dumpNode(parent->children);
   }
 
   TempDir dir_;
+  TestCaseLogs logs_;
   std::string status_;
 };
 

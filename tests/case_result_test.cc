@@ -66,9 +66,6 @@ TEST_F(TestCaseResultTest, SourcePathsSplitAtTheLastSlash) {
                           codeInfo("b", "PASSED", R"(dir="" filename="" fnr="7")") +
                           codeInfo("c", "PASSED", R"(dir="" filename="" fnr="")") +
                           "</ResultForCode></TestCaseResult>");
-  // The lookups insert the unknown file numbers.
-  EXPECT_EQ(run().sourceFiles.count(7), 1u);
-  EXPECT_EQ(run().sourceFiles.count(0), 1u);
 }
 
 TEST_F(TestCaseResultTest, DetailTextReplacesTheMessage) {
@@ -105,7 +102,6 @@ TEST_F(TestCaseResultTest, MissingListWithoutVerificationFile) {
   EXPECT_EQ(result(), caseHead("tt_Code", "ERROR", "Result verification switched off") +
                           "<ResultForCode/></TestCaseResult>");
   EXPECT_EQ(status_, "ERROR");
-  EXPECT_EQ(run().testCaseAssertions.count(1), 1u);  // inserted by the lookup
 }
 
 TEST_F(TestCaseResultTest, MissingListOfAnSdTest) {
@@ -121,7 +117,6 @@ TEST_F(TestCaseResultTest, MissingNameAndListOfANumber) {
             "<TestCaseResult name=\"\" fullname=\"\" testType=\"tt_Code\" status=\"ERROR\" "
             "verificationResult=\"Result verification switched off\"><ResultForCode/>"
             "</TestCaseResult>");
-  EXPECT_EQ(run().testCaseNames.count(5), 1u);
 }
 
 TEST_F(TestCaseResultTest, EmptyListStaysUndefined) {

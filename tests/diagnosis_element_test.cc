@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,10 +39,11 @@ AssertionList sdRun(const std::vector<std::string>& values, int max, bool finish
 std::string diagnosisOf(const SequenceLines& lines, const AssertionList& records) {
   TestModel model;
   model.kind = VerificationKind::kSdTest;
-  model.sequenceLines = &lines;
-  const TestCaseVerdict verdict = judgeTestCase(&records, model, true);
+  model.sequenceLines = std::make_shared<const SequenceLines>(lines);
+  const TestCaseLog log = makeTestCaseLog(records);
+  const TestCaseVerdict verdict = judgeTestCase(&log, model, true);
   XmlNodePtr result(newElement("TestCaseResult"));
-  writeDiagnosis(result.get(), verdict, &lines);
+  writeDiagnosis(result.get(), verdict);
   return test::dumpNode(result->children);
 }
 
@@ -253,10 +255,7 @@ const char kChart[] =
 
 std::string chartDiagnosisOf(const std::vector<std::string>& statements, bool finished) {
   LineReader text{std::string_view(kChart)};
-  const Verification verification = parseVerificationFile(text);
-  TestModel model;
-  model.kind = verification.kind;
-  model.chart = verification.chart.get();
+  const TestModel model(parseVerificationFile(text));
   AssertionList records;
   records.push_back(AssertionRecord{R"(ZKR_ASSERT_TRUE("Starting test case: C");)", Status::kPassed,
                                     "1", "1", ""});
@@ -267,9 +266,10 @@ std::string chartDiagnosisOf(const std::vector<std::string>& statements, bool fi
     records.push_back(AssertionRecord{R"(ZKR_ASSERT_TRUE("Finished test case: C");)",
                                       Status::kPassed, "1", "3", ""});
   }
-  const TestCaseVerdict verdict = judgeTestCase(&records, model, true);
+  const TestCaseLog log = makeTestCaseLog(records);
+  const TestCaseVerdict verdict = judgeTestCase(&log, model, true);
   XmlNodePtr result(newElement("TestCaseResult"));
-  writeDiagnosis(result.get(), verdict, nullptr);
+  writeDiagnosis(result.get(), verdict);
   return test::dumpNode(result->children);
 }
 
@@ -323,10 +323,10 @@ TEST(DiagnosisElement, LongChartPathsKeepTheirEnd) {
 }
 
 TEST(DiagnosisElement, NoneWithoutAModel) {
-  AssertionList records = sdRun({"1"}, 1, true);
-  const TestCaseVerdict verdict = judgeTestCase(&records, TestModel{}, true);
+  const TestCaseLog log = makeTestCaseLog(sdRun({"1"}, 1, true));
+  const TestCaseVerdict verdict = judgeTestCase(&log, TestModel{}, true);
   XmlNodePtr result(newElement("TestCaseResult"));
-  writeDiagnosis(result.get(), verdict, nullptr);
+  writeDiagnosis(result.get(), verdict);
   EXPECT_EQ(test::dumpNode(result.get()), "<TestCaseResult/>");
 }
 

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/line_reader.h"
 #include "base/run_settings.h"
@@ -52,7 +53,7 @@ std::string dumpVerdict(const TestCaseVerdict& v) {
   return std::string(v.hasRecords ? "" : "no records, ") +
          (v.type == TestType::kSequenceDiagram ? "SD " : "code ") +
          std::string(statusText(v.status)) + " folded " + std::string(statusText(v.folded)) + ", " +
-         std::string(resultName(v.verification)) + ", " + std::to_string(v.entries) +
+         std::string(resultName(v.verification)) + ", " + std::to_string(v.entries.size()) +
          " entries, summary " + test::inQuotes(v.summaryName) + " " +
          std::string(statusText(v.summaryStatus)) + " " + v.value + "/" + v.max + " " + v.coverage +
          "%";
@@ -60,18 +61,47 @@ std::string dumpVerdict(const TestCaseVerdict& v) {
 
 // The verdict on `records` (none: the log never opened the test case)
 // against the verification file `ver` (none: there is no such file).
-std::string judged(const std::optional<AssertionList>& records, const char* ver) {
+TestModel modelOf(const char* ver) {
   Verification verification;
   verification.kind = VerificationKind::kNoVerificationFile;
   if (ver) {
     LineReader lines{std::string_view(ver)};
     verification = parseVerificationFile(lines);
   }
-  TestModel model;
-  model.kind = verification.kind;
-  model.sequenceLines = verification.sequenceLines.get();
-  model.chart = verification.chart.get();
-  return dumpVerdict(judgeTestCase(records ? &*records : nullptr, model));
+  return TestModel(std::move(verification));
+}
+
+std::string judged(const std::optional<AssertionList>& records, const char* ver) {
+  const std::optional<TestCaseLog> log =
+      records ? std::optional<TestCaseLog>(makeTestCaseLog(*records)) : std::nullopt;
+  return dumpVerdict(judgeTestCase(log ? &*log : nullptr, modelOf(ver)));
+}
+
+std::string_view stepName(StepResult step) {
+  switch (step) {
+    case StepResult::kNotJudged:
+      return "-";
+    case StepResult::kAccepted:
+      return "accepted";
+    case StepResult::kRejected:
+      return "rejected";
+  }
+  return "?";
+}
+
+// The entries of a verdict, one line each: the macro parts, the marked
+// pieces, the progress value, and what the model made of it.
+std::string dumpEntries(const TestCaseVerdict& verdict) {
+  std::string out;
+  for (const AssertionEntry& e : verdict.entries) {
+    out += test::inQuotes(e.sdiName) + " " + test::inQuotes(e.msgId) + " " +
+           test::inQuotes(e.message) + " guid " + test::inQuotes(e.guid) + " user " +
+           test::inQuotes(e.userMessage) + " no " + test::inQuotes(e.inr) + "," +
+           test::inQuotes(e.onr) + " arbiter " + test::inQuotes(e.arbiterKind) + " value " +
+           test::inQuotes(e.progressValue) + " " + std::string(stepName(e.step)) + " " +
+           std::to_string(e.diagramLine) + "\n";
+  }
+  return out;
 }
 
 struct Case {
@@ -187,39 +217,56 @@ const Case kCases[] = {
      "code PASSED folded PASSED, successful, 2 entries, summary \"\" UNDEFINED 0/0 0%"},
 };
 
-TEST(TestCaseVerdict, JudgedInMemory) {
+TEST(Judgement, JudgedInMemory) {
   for (const Case& c : kCases) EXPECT_EQ(judged(c.records, c.ver), c.verdict) << c.name;
 }
 
-TEST(TestCaseVerdict, RangeErrorOfTheSequenceVerificationPropagates) {
+TEST(Judgement, RangeErrorOfTheSequenceVerificationPropagates) {
   // The alternative's marker has no "(" suffix, which the search needs.
-  const AssertionList records{record(kSdStart), sdStep(2, 2), record(kSdFinish)};
-  LineReader lines{std::string_view("SD_TEST\nALT_OPERAND_BEGIN\n1")};
-  const Verification verification = parseVerificationFile(lines);
-  TestModel model;
-  model.kind = verification.kind;
-  model.sequenceLines = verification.sequenceLines.get();
-  EXPECT_THROW(judgeTestCase(&records, model), std::out_of_range);
+  const TestCaseLog log =
+      makeTestCaseLog(AssertionList{record(kSdStart), sdStep(2, 2), record(kSdFinish)});
+  EXPECT_THROW(judgeTestCase(&log, modelOf("SD_TEST\nALT_OPERAND_BEGIN\n1")), std::out_of_range);
 }
 
-// The adapter reads the test case's verification file into the run tables
-// and judges the run's records.
-TEST(TestCaseVerdict, JudgedFromTheRun) {
-  resetRun();
-  test::TempDir dir;
-  run().outDirectory = dir.path().c_str();
-  run().testCaseNames[1] = "Pkg.Ctx.CaseOne";
-  dir.write("CaseOne.ver", "SD_TEST\n1\n2\n");
-  run().testCaseAssertions[1] = std::make_unique<AssertionList>(
-      AssertionList{record(kSdStart), sdStep(1, 2), sdStep(2, 2), record(kSdFinish)});
-  EXPECT_EQ(dumpVerdict(judgeTestCase(1)),
-            "SD PASSED folded PASSED, successful, 3 entries, summary \"Main\" PASSED 2/2 100%");
-  ASSERT_NE(run().sequenceLines[1], nullptr);
-  EXPECT_EQ(run().sequenceLines[1]->size(), 2u);
-  EXPECT_EQ(dumpVerdict(judgeTestCase(2)),
-            "no records, code ERROR folded ERROR, switched off, 0 entries, summary \"\" UNDEFINED "
-            "0/0 0%");
-  resetRun();
+// Each entry carries what the documents write of it, parsed once: the macro
+// parts carry over from the record before, a detail text replaces the
+// message, and the walk ends at the step the diagram rejects.
+TEST(Judgement, EntriesCarryTheirParsedPieces) {
+  const TestCaseLog log = makeTestCaseLog(AssertionList{
+      record(kSdStart),
+      record("ZKR_ASSERT_SD(\"Shop\", \"pay\", \"card - no:3,4 - progress 1/3 - [Arbiter ASSERT: "
+             "internal] - GUID 1b4e28ba-2fa1-11d2-883f-0016d3cca427\")"),
+      record("no macro here"),
+      record("ZKR_ASSERT_SD(\"Shop\")", "FAILED", "later - progress 3/3"),
+      record("ZKR_ASSERT_SD(\"Shop\", \"ship\", \"never reached - progress 2/3\")"),
+      record(kSdFinish)});
+  const TestCaseVerdict verdict = judgeTestCase(&log, modelOf("SD_TEST\n1\n2\n3"));
+  EXPECT_EQ(dumpEntries(verdict),
+            "\"Main\" \"m0\" \"Starting test case\" guid \"\" user \"Starting test case\" no "
+            "\"\",\"\" arbiter \"\" value \"\" - 0\n"
+            "\"Shop\" \"pay\" \"card - no:3,4 - progress 1/3 - [Arbiter ASSERT: internal] - GUID "
+            "1b4e28ba-2fa1-11d2-883f-0016d3cca427\" guid \"GUID "
+            "1b4e28ba-2fa1-11d2-883f-0016d3cca427\" user \"card\" no \"3\",\"4 - progress 1/3 - "
+            "[Arbiter ASSERT: internal] - GUID 1b4e28ba-2fa1-11d2-883f-0016d3cca427\" arbiter "
+            "\"internal\" value \"1\" accepted 1\n"
+            "\"Shop\" \"pay\" \"later - progress 3/3\" guid \"\" user \"later\" no \"\",\"\" "
+            "arbiter \"\" value \"3\" accepted 3\n"
+            "\"Shop\" \"ship\" \"never reached - progress 2/3\" guid \"\" user \"never reached\" "
+            "no \"\",\"\" arbiter \"\" value \"2\" rejected 0\n");
+  EXPECT_EQ(dumpVerdict(verdict),
+            "SD ERROR folded ERROR, failed, 4 entries, summary \"Shop\" ERROR 3/3 100%");
+}
+
+// A code test case's entries keep their message only.
+TEST(Judgement, CodeEntriesKeepTheirMessage) {
+  const TestCaseLog log = makeTestCaseLog(AssertionList{
+      record(kCodeStart), record("ZKR_ASSERT_TRUE(a - no:1,2 - GUID x)"), record(kCodeFinish)});
+  const TestCaseVerdict verdict = judgeTestCase(&log, modelOf("CODE_TEST"));
+  EXPECT_EQ(dumpEntries(verdict),
+            "\"\" \"\" \"Starting test case\" guid \"\" user \"\" no \"\",\"\" arbiter \"\" value "
+            "\"\" - 0\n"
+            "\"\" \"\" \"a - no:1,2 - GUID x\" guid \"\" user \"\" no \"\",\"\" arbiter \"\" "
+            "value \"\" - 0\n");
 }
 
 }  // namespace

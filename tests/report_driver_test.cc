@@ -61,7 +61,7 @@ class ReportDriverTest : public ::testing::Test {
   int runWith(size_t slots) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    const int result = runReports(slots);
+    const int result = exitCode(runReports(run(), TestCaseLogs(), slots));
     stdout_ = testing::internal::GetCapturedStdout();
     stderr_ = testing::internal::GetCapturedStderr();
     return result;

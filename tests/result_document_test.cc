@@ -17,6 +17,7 @@
 #include "report/html_report.h"
 #include "report/xml_node.h"
 #include "tests/test_support.h"
+#include "verify/verdicts.h"
 
 namespace qendor {
 namespace {
@@ -69,40 +70,53 @@ class ResultDocumentTest : public ::testing::Test {
   }
   void TearDown() override { resetRun(); }
 
-  void addPassing(int32_t number, const std::string& fullName) {
+  void addCase(int32_t number, const std::string& fullName, AssertionList records) {
     run().testCaseNames[number] = fullName;
-    run().testCaseAssertions[number] = std::make_unique<AssertionList>(
-        AssertionList{record("ZKR_ASSERT_TRUE(a)"), record(kFinish)});
+    logs_[number] = makeTestCaseLog(std::move(records));
+  }
+  void addPassing(int32_t number, const std::string& fullName) {
+    addCase(number, fullName, {record("ZKR_ASSERT_TRUE(a)"), record(kFinish)});
   }
 
   // 1 passes, 2 fails, 3 has no records (ERROR), 4 does not terminate, 5 has
   // an empty list (UNDEFINED).
   void addOneOfEachStatus() {
     addPassing(1, "P.A");
-    run().testCaseNames[2] = "P.B";
-    run().testCaseAssertions[2] = std::make_unique<AssertionList>(
-        AssertionList{record("ZKR_ASSERT_TRUE(a)", "FAILED"), record(kFinish)});
+    addCase(2, "P.B", {record("ZKR_ASSERT_TRUE(a)", "FAILED"), record(kFinish)});
     run().testCaseNames[3] = "P.C";
-    run().testCaseNames[4] = "P.D";
-    run().testCaseAssertions[4] =
-        std::make_unique<AssertionList>(AssertionList{record("ZKR_ASSERT_TRUE(a)")});
-    run().testCaseNames[5] = "P.E";
-    run().testCaseAssertions[5] = std::make_unique<AssertionList>();
+    addCase(4, "P.D", {record("ZKR_ASSERT_TRUE(a)")});
+    addCase(5, "P.E", {});
   }
 
-  // The context document as saved and read back, without indentation and
-  // without the time.
-  std::string contextDump(int& code) {
-    const std::string path = dir_.file("Context.xml");
-    SpooledDocument document = buildTestContextDocument(code);
+  // The document as saved and read back, without indentation; its exit
+  // status goes to `code`.
+  std::string savedDump(ResultDocument built, int& code, bool withTime = false) {
+    code = exitCode(built.exitStatus);
+    const std::string path = dir_.file("Saved.xml");
+    SpooledDocument& document = built.document;
     EXPECT_TRUE(saveXmlDocument(document.root.get(), path, nullptr, &document.spool));
     xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NOBLANKS | XML_PARSE_NONET);
-    const std::string text = doc ? dumpWithoutTime(xmlDocGetRootElement(doc)) : "(unreadable)";
+    xmlNode* root = doc ? xmlDocGetRootElement(doc) : nullptr;
+    const std::string text =
+        !root ? "(unreadable)" : withTime ? dumpNode(root) : dumpWithoutTime(root);
     xmlFreeDoc(doc);
     return text;
   }
 
+  // The document of test case `number`, judged now, without the time.
+  std::string caseDump(int32_t number, int& code) {
+    RunVerdicts verdicts(run(), logs_);
+    return savedDump(buildTestCaseDocument(run(), number, verdicts.of(number)), code);
+  }
+
+  // The context document, without the time.
+  std::string contextDump(int& code, bool withTime = false) {
+    RunVerdicts verdicts(run(), logs_);
+    return savedDump(buildTestContextDocument(run(), verdicts), code, withTime);
+  }
+
   test::TempDir dir_;
+  TestCaseLogs logs_;
   ScopedEnv userName_{"USERNAME", "tester"};
   ScopedEnv user_{"USER", "someone"};
   ScopedEnv host_{"HOSTNAME", "bench"};
@@ -114,8 +128,7 @@ class ResultDocumentTest : public ::testing::Test {
 TEST_F(ResultDocumentTest, TestCaseDocument) {
   addPassing(1, "Pkg.Ctx.CaseOne");
   int code = -1;
-  XmlNodePtr root(buildTestCaseDocument(1, code));
-  EXPECT_EQ(dumpWithoutTime(root.get()),
+  EXPECT_EQ(caseDump(1, code),
             std::string("<TestResult kind=\"rk_testcase\"><ResultHeader name=\"CaseOne\" "
                         "fullname=\"Pkg.Ctx.CaseOne\">") +
                 kEnvironment + "</ResultHeader>" +
@@ -123,25 +136,24 @@ TEST_F(ResultDocumentTest, TestCaseDocument) {
                            "Result verification switched off", kPassedBody) +
                 "</TestResult>");
   EXPECT_EQ(code, 0);
-  EXPECT_EQ(root->parent, nullptr);
-  EXPECT_EQ(root->doc, nullptr);
 }
 
-TEST_F(ResultDocumentTest, TimeStandsAfterTheNames) {
-  addPassing(1, "Pkg.Ctx.CaseOne");
+// "%#c" in the C locale: weekday, month, day, time and year, after the names.
+TEST_F(ResultDocumentTest, TimeStandsAfterTheNamesInTheCLocale) {
+  run().testContextName = "Pkg.Ctx";
   int code = -1;
-  XmlNodePtr root(buildTestCaseDocument(1, code));
+  const std::string xml = contextDump(code, true);
   const std::regex header(
-      "<ResultHeader name=\"CaseOne\" fullname=\"Pkg.Ctx.CaseOne\" time=\"[^\"]+\"><Env.*");
-  EXPECT_TRUE(std::regex_search(dumpNode(root.get()), header)) << dumpNode(root.get());
+      "<ResultHeader name=\"Pkg.Ctx\" fullname=\"Pkg.Ctx\" time=\"[A-Za-z]{3} [A-Za-z]{3} "
+      "[ 1-3][0-9] [0-2][0-9]:[0-5][0-9]:[0-6][0-9] [0-9]{4}\"><Env.*");
+  EXPECT_TRUE(std::regex_search(xml, header)) << xml;
 }
 
 TEST_F(ResultDocumentTest, TestCaseNameIsAfterTheLastDot) {
   addPassing(1, "Lib::Pkg.Ctx.A");
   int code = -1;
-  XmlNodePtr root(buildTestCaseDocument(1, code));
-  EXPECT_NE(dumpWithoutTime(root.get())
-                .find("<ResultHeader name=\"A\" fullname=\"Lib::Pkg.Ctx.A\"><EnvironmentInfo"),
+  EXPECT_NE(caseDump(1, code).find(
+                "<ResultHeader name=\"A\" fullname=\"Lib::Pkg.Ctx.A\"><EnvironmentInfo"),
             std::string::npos);
 }
 
@@ -151,76 +163,63 @@ TEST_F(ResultDocumentTest, ResultCodeOfEachTestCaseStatus) {
   for (const auto& [number, status] : expected) {
     SCOPED_TRACE(number);
     int code = -1;
-    XmlNodePtr root(buildTestCaseDocument(number, code));
+    caseDump(number, code);
     EXPECT_EQ(code, status);
   }
 }
 
-TEST_F(ResultDocumentTest, SpooledAssertionsSaveAsTheWholeTree) {
-  // Besides one of each status: 6 is an SD test whose verification stops
-  // the walk at its second entry, 7 an SD test that runs through.
-  addOneOfEachStatus();
+// An SD test whose verification stops the walk at its second entry lists
+// that entry last; one that runs through lists them all.
+TEST_F(ResultDocumentTest, SequenceDiagramDocuments) {
   auto sdRecord = [](const char* message, const char* progress) {
     return AssertionRecord{std::string("ZKR_ASSERT_SD(\"s\", \"") + message + "\", \"x\")",
                            Status::kPassed, "1", "7", std::string("step - progress ") + progress};
   };
   for (int32_t number : {6, 7}) {
     const std::string name = number == 6 ? "F" : "G";
-    run().testCaseNames[number] = "P." + name;
     dir_.write(name + ".ver", "SD_TEST\n1\n2\n");
-    run().testCaseAssertions[number] = std::make_unique<AssertionList>(AssertionList{
-        sdRecord("m1", "1/2"), sdRecord("m2", number == 6 ? "1/2" : "2/2"), record(kFinish)});
+    addCase(number, "P." + name,
+            {sdRecord("m1", "1/2"), sdRecord("m2", number == 6 ? "1/2" : "2/2"), record(kFinish)});
   }
-  for (int32_t number = 1; number <= 7; ++number) {
-    SCOPED_TRACE(number);
-    int wholeCode = -1;
-    XmlNodePtr whole(buildTestCaseDocument(number, wholeCode));
-    ASSERT_TRUE(saveXmlDocument(whole.get(), dir_.file("whole.xml")));
-    SpooledDocument spooled;
-    int spooledCode = -1;
-    spooled.root.reset(buildTestCaseDocument(number, spooledCode, &spooled.spool));
-    ASSERT_TRUE(
-        saveXmlDocument(spooled.root.get(), dir_.file("spooled.xml"), nullptr, &spooled.spool));
-    static const std::regex time(" time=\"[^\"]*\"");
-    const std::string expected =
-        std::regex_replace(test::readFile(dir_.file("whole.xml")), time, "");
-    EXPECT_EQ(std::regex_replace(test::readFile(dir_.file("spooled.xml")), time, ""), expected);
-    EXPECT_EQ(spooledCode, wholeCode);
-    if (number == 6) {
-      EXPECT_NE(expected.find("Result verification failed"), std::string::npos) << expected;
-      EXPECT_NE(expected.find("msgid=\"m2\""), std::string::npos) << expected;
-    }
-    if (number == 7) {
-      EXPECT_NE(expected.find("Result verification successful"), std::string::npos) << expected;
-    }
-  }
+  int code = -1;
+  const std::string failed = caseDump(6, code);
+  EXPECT_EQ(code, 11);
+  EXPECT_NE(failed.find("status=\"ERROR\" verificationResult=\"Result verification failed\">"),
+            std::string::npos)
+      << failed;
+  EXPECT_NE(failed.find("msgid=\"m2\""), std::string::npos) << failed;
+  const std::string passed = caseDump(7, code);
+  EXPECT_EQ(code, 0);
+  EXPECT_NE(passed.find("verificationResult=\"Result verification successful\""),
+            std::string::npos)
+      << passed;
+  EXPECT_NE(passed.find("<SDResult name=\"s\" sdname=\"\" status=\"PASSED\" coverage=\"100\" "
+                        "value=\"2\" max=\"2\"/>"),
+            std::string::npos)
+      << passed;
 }
 
 TEST_F(ResultDocumentTest, NotTerminatedKeepsErrorInTheDocument) {
-  run().testCaseNames[4] = "P.D";
-  run().testCaseAssertions[4] =
-      std::make_unique<AssertionList>(AssertionList{record("ZKR_ASSERT_TRUE(a)")});
+  addCase(4, "P.D", {record("ZKR_ASSERT_TRUE(a)")});
   int code = -1;
-  XmlNodePtr root(buildTestCaseDocument(4, code));
+  const std::string xml = caseDump(4, code);
   EXPECT_EQ(code, 13);
-  EXPECT_NE(dumpWithoutTime(root.get())
-                .find("<TestCaseResult name=\"D\" fullname=\"P.D\" testType=\"tt_Code\" "
+  EXPECT_NE(xml.find("<TestCaseResult name=\"D\" fullname=\"P.D\" testType=\"tt_Code\" "
                       "status=\"ERROR\" verificationResult=\"TestCase did not terminate as "
                       "expected\">"),
             std::string::npos);
 }
 
 TEST_F(ResultDocumentTest, RangeErrorLeavesNothingBehind) {
-  run().testCaseNames[1] = "P.A";
   dir_.write("A.ver", "SD_TEST\nALT_OPERAND_BEGIN\n1");
-  run().testCaseAssertions[1] = std::make_unique<AssertionList>(
-      AssertionList{AssertionRecord{R"(ZKR_ASSERT_SD("s", "m", "x"))", Status::kPassed, "1", "1",
-                                    "x - progress 2/2"},
-                    record(kFinish)});
-  int code = -1;
-  EXPECT_THROW(buildTestCaseDocument(1, code), std::out_of_range);
+  addCase(1, "P.A",
+          {AssertionRecord{R"(ZKR_ASSERT_SD("s", "m", "x"))", Status::kPassed, "1", "1",
+                           "x - progress 2/2"},
+           record(kFinish)});
   run().testContextName = "P";
-  EXPECT_THROW(buildTestContextDocument(code), std::out_of_range);
+  RunVerdicts verdicts(run(), logs_);
+  EXPECT_THROW(buildTestContextDocument(run(), verdicts), std::out_of_range);
+  EXPECT_THROW(verdicts.of(1), std::out_of_range);
 }
 
 // ---- test context documents ----
@@ -259,15 +258,15 @@ TEST_F(ResultDocumentTest, ContextStatusFold) {
   };
   for (const Case& c : cases) {
     resetRun();
+    logs_.clear();
     run().outDirectory = dir_.path().c_str();
     run().testContextName = "Pkg.Ctx";
     int32_t number = 1;
     for (const std::string& s : c.statuses) {
       const std::string name = "Pkg.Ctx.T" + std::to_string(number);
-      run().testCaseNames[number] = name;
       AssertionList records{record("ZKR_ASSERT_TRUE(a)", s == "F" ? "FAILED" : "PASSED")};
       if (s != "N") records.push_back(record(kFinish));
-      run().testCaseAssertions[number] = std::make_unique<AssertionList>(std::move(records));
+      addCase(number, name, std::move(records));
       ++number;
     }
     int code = -1;
@@ -315,56 +314,50 @@ TEST_F(ResultDocumentTest, HeaderWithoutInfoFileValues) {
   r.activeProject.clear();
   r.activeComponent.clear();
   r.activeConfiguration.clear();
-  XmlNodePtr header(newElement("ResultHeader"));
-  addHeaderInfo(header.get());
-  EXPECT_EQ(dumpWithoutTime(header.get()),
-            "<ResultHeader><EnvironmentInfo userName=\"tester\" machineName=\"bench\" "
+  r.testContextName = "C";
+  int code = -1;
+  EXPECT_EQ(contextDump(code),
+            "<TestResult kind=\"rk_testcontext\"><ResultHeader name=\"C\" fullname=\"C\">"
+            "<EnvironmentInfo userName=\"tester\" machineName=\"bench\" "
             "osVersion=\"Linux\" korvanVersion=\", build \" ostraVersion=\", build \"/>"
             "<ConfigurationInfo projectName=\"\" componentName=\"\" configurationName=\"\"/>"
-            "</ResultHeader>");
+            "</ResultHeader><TestContextResult status=\"UNDEFINED\"/></TestResult>");
 }
 
-TEST_F(ResultDocumentTest, UserNameFallsBackToUserThenUnknown) {
-  EXPECT_EQ(userNameText(), "tester");
+// The environment names of the header, as the document writes them.
+class HeaderNamesTest : public ResultDocumentTest {
+ protected:
+  std::string environment() {
+    run().testContextName = "C";
+    int code = -1;
+    const std::string xml = contextDump(code);
+    const size_t from = xml.find("<EnvironmentInfo ");
+    const size_t to = xml.find(" osVersion=");
+    return from == std::string::npos || to == std::string::npos
+               ? xml
+               : xml.substr(from + 17, to - from - 17);
+  }
+};
+
+TEST_F(HeaderNamesTest, UserNameFallsBackToUserThenUnknown) {
+  EXPECT_EQ(environment(), "userName=\"tester\" machineName=\"bench\"");
   {
     ScopedEnv noUserName("USERNAME", nullptr);
-    EXPECT_EQ(userNameText(), "someone");
+    EXPECT_EQ(environment(), "userName=\"someone\" machineName=\"bench\"");
     ScopedEnv noUser("USER", nullptr);
-    EXPECT_EQ(userNameText(), "unknown");
+    EXPECT_EQ(environment(), "userName=\"unknown\" machineName=\"bench\"");
   }
   ScopedEnv emptyUserName("USERNAME", "");
-  EXPECT_EQ(userNameText(), "");
+  EXPECT_EQ(environment(), "userName=\"\" machineName=\"bench\"");
 }
 
-TEST_F(ResultDocumentTest, MachineNameFallsBackToUnknown) {
-  EXPECT_EQ(machineNameText(), "bench");
+TEST_F(HeaderNamesTest, MachineNameFallsBackToUnknown) {
   {
     ScopedEnv noHost("HOSTNAME", nullptr);
-    EXPECT_EQ(machineNameText(), "unknown");
+    EXPECT_EQ(environment(), "userName=\"tester\" machineName=\"unknown\"");
   }
   ScopedEnv emptyHost("HOSTNAME", "");
-  EXPECT_EQ(machineNameText(), "");
-}
-
-TEST_F(ResultDocumentTest, OsNameIsLinux) {
-  EXPECT_EQ(osNameText(), "Linux");
-}
-
-TEST_F(ResultDocumentTest, TimeTextInTheCLocale) {
-  // "%#c" in the C locale: weekday, month, day, time and year.
-  const std::regex format(
-      "[A-Za-z]{3} [A-Za-z]{3} [ 1-3][0-9] [0-2][0-9]:[0-5][0-9]:[0-6][0-9] "
-      "[0-9]{4}");
-  const std::string text = currentTimeText();
-  EXPECT_TRUE(std::regex_match(text, format)) << text;
-}
-
-TEST(TestCaseStatusCodeTest, StatusTexts) {
-  const std::pair<const char*, int> cases[] = {
-      {"PASSED", 0},     {"FAILED", 10}, {"ERROR", 11},  {"NOT_TERMINATED", 13},
-      {"UNDEFINED", 12}, {"", 12},       {"passed", 12}, {"PASSED ", 12},
-  };
-  for (const auto& [status, code] : cases) EXPECT_EQ(testCaseStatusCode(status), code) << status;
+  EXPECT_EQ(environment(), "userName=\"tester\" machineName=\"\"");
 }
 
 }  // namespace
