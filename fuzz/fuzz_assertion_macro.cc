@@ -1,7 +1,6 @@
 // The assertion macro parser on any statement.
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "input/assertion_macro.h"
@@ -10,7 +9,7 @@ using namespace qendor;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view statement(reinterpret_cast<const char*>(data), size);
-  std::string first, second, message;
+  std::string_view first, second, message;
   parseAssertionMacro(statement, first, second, message);
   macroFirstArgument(statement, "ZKR_ASSERT_TRUE");
   macroFirstArgument(statement, "ZKR_ASSERT_SD");

@@ -10,11 +10,12 @@ using namespace qendor;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  std::string value, max, coverage, kind, guid, inr, onr, userMessage;
+  std::string_view value, max, kind, guid, inr, onr;
+  std::string coverage;
   parseProgress(text, value, max, coverage);
   parseArbiterKind(text, kind);
   parseGuid(text, guid);
   parseNumberPair(text, inr, onr);
-  parseUserMessage(text, userMessage);
+  parseUserMessage(text);
   return 0;
 }

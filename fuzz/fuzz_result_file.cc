@@ -3,8 +3,8 @@
 // and a result file, separated by lines "@@".
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
+#include "base/assertion_record.h"
 #include "base/line_reader.h"
 #include "base/run_settings.h"
 #include "fuzz/fuzz_support.h"
@@ -21,18 +21,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   LineReader info(parts[0]);
   parseInfoFile(info, settings);
   // The source text stands for two FILE entries, as if listed twice.
+  RunTable<LineStatements> collected;
   for (int32_t file : {1, 2}) {
-    auto& statements = settings.collectedAssertions[file];
-    statements = std::make_unique<LineStatements>();
     LineReader source(parts[1]);
-    collectStatements(source, *statements);
+    collectStatements(source, collected[file]);
   }
   LineReader detect(parts[2]);
   const RecordForm form = detectRecordForm(detect);
   LineReader records(parts[2]);
-  TestCaseSplitter splitter(settings.testCaseAssertions, WantedTestCases::of(settings));
+  TestCaseLogs logs;
+  TestCaseSplitter splitter(logs, WantedTestCases::of(settings));
   if (form == RecordForm::kShort) {
-    const StatementIndex statements(settings.collectedAssertions);
+    const StatementIndex statements(collected);
     parseShortAssertions(records, statements, splitter);
   } else if (form == RecordForm::kFull) {
     parseFullAssertions(records, settings.sourceFiles, splitter);

@@ -103,78 +103,76 @@ TEST(AssertionCollection, HugeStatementsStayLinear) {
   EXPECT_EQ(found.at(200003), "ZKR_ASSERT_TRUE(" + std::string(200000, 'y') + ");");
 }
 
-// The loader: every source file of the run, read into the run's table.
+// The loader: every source file of the run, read into a table by number.
 class AssertionCollectionLoaderTest : public ::testing::Test {
  protected:
-  void SetUp() override { resetRun(); }
-  void TearDown() override { resetRun(); }
-
   // Writes a source file and lists it under `number`.
   void addSource(int32_t number, const std::string& name, const std::string& content) {
-    run().sourceFiles[number] = dir_.write(name, content);
+    sourceFiles_[number] = dir_.write(name, content);
+  }
+
+  // Collects the statements of every listed file.
+  bool collect() {
+    collected_ = collectAssertions(sourceFiles_);
+    return collected_.anyFileRead;
   }
 
   // The statements collected for `number`; "no map" when it has none.
-  static std::string statements(int32_t number) {
-    auto found = run().collectedAssertions.find(number);
-    if (found == run().collectedAssertions.end() || !found->second) return "no map";
-    return dumpStatements(*found->second);
+  std::string statements(int32_t number) const {
+    auto found = collected_.statements.find(number);
+    if (found == collected_.statements.end()) return "no map";
+    return dumpStatements(found->second);
   }
 
   test::TempDir dir_;
+  RunTable<std::string> sourceFiles_;
+  CollectedAssertions collected_;
 };
 
 TEST_F(AssertionCollectionLoaderTest, EachFileUnderItsNumber) {
   addSource(1, "a.cpp", "ZKR_ASSERT_TRUE(a);\n");
   addSource(4, "b.cpp", "x;\nZKR_ASSERT_TRUE(b ==\n c);\n");
-  ASSERT_TRUE(collectAssertions());
+  ASSERT_TRUE(collect());
   EXPECT_EQ(statements(1), "1 \"ZKR_ASSERT_TRUE(a);\"\n");
   EXPECT_EQ(statements(4), "3 \"ZKR_ASSERT_TRUE(b ==c);\"\n");
-  EXPECT_EQ(run().collectedAssertions.size(), 2u);
+  EXPECT_EQ(statements(2), "no map");
+  EXPECT_EQ(collected_.statements.size(), 2u);
 }
 
 TEST_F(AssertionCollectionLoaderTest, NoFileEntriesFails) {
-  EXPECT_FALSE(collectAssertions());
-  EXPECT_TRUE(run().collectedAssertions.empty());
+  EXPECT_FALSE(collect());
+  EXPECT_TRUE(collected_.statements.empty());
 }
 
 TEST_F(AssertionCollectionLoaderTest, UnreadableFilesGetEmptyMaps) {
-  run().sourceFiles[2] = dir_.file("missing.cpp");
-  run().sourceFiles[5] = "";
-  EXPECT_FALSE(collectAssertions());
+  sourceFiles_[2] = dir_.file("missing.cpp");
+  sourceFiles_[5] = "";
+  EXPECT_FALSE(collect());
   EXPECT_EQ(statements(2), "");
   EXPECT_EQ(statements(5), "");
 }
 
 TEST_F(AssertionCollectionLoaderTest, OneReadableFileIsEnough) {
-  run().sourceFiles[1] = dir_.file("missing.cpp");
+  sourceFiles_[1] = dir_.file("missing.cpp");
   addSource(3, "g.cpp", "ZKR_ASSERT(x);\n");
-  EXPECT_TRUE(collectAssertions());
+  EXPECT_TRUE(collect());
   EXPECT_EQ(statements(1), "");
   EXPECT_EQ(statements(3), "1 \"ZKR_ASSERT(x);\"\n");
 }
 
 TEST_F(AssertionCollectionLoaderTest, DirectoryAndEmptyFileReadAsEmpty) {
-  run().sourceFiles[1] = dir_.path();
+  sourceFiles_[1] = dir_.path();
   addSource(2, "empty.cpp", "");
-  EXPECT_TRUE(collectAssertions());
+  EXPECT_TRUE(collect());
   EXPECT_EQ(statements(1), "");
   EXPECT_EQ(statements(2), "");
 }
 
 TEST_F(AssertionCollectionLoaderTest, PathIsNormalised) {
   dir_.write("sub/h.cpp", "ZKR_ASSERT(h);\n");
-  run().sourceFiles[1] = dir_.path() + "\\\"sub\"\\h.cpp";
-  EXPECT_TRUE(collectAssertions());
+  sourceFiles_[1] = dir_.path() + "\\\"sub\"\\h.cpp";
+  EXPECT_TRUE(collect());
   EXPECT_EQ(statements(1), "1 \"ZKR_ASSERT(h);\"\n");
-}
-
-TEST_F(AssertionCollectionLoaderTest, ExistingMapIsKeptAndOverwrittenPerLine) {
-  run().collectedAssertions[1] =
-      std::make_unique<LineStatements>(LineStatements{{1, "old one"}, {7, "old seven"}});
-  addSource(1, "i.cpp", "ZKR_ASSERT(new);\n");
-  EXPECT_TRUE(collectAssertions());
-  EXPECT_EQ(statements(1), "1 \"ZKR_ASSERT(new);\"\n7 \"old seven\"\n");
 }
 
 }  // namespace

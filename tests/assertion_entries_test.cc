@@ -90,9 +90,9 @@ TEST(AssertionEntries, NextStaysFalseAtTheEnd) {
 // The marked pieces are parsed for a sequence diagram test case's entries
 // only, each from the entry's own message.
 TEST(AssertionEntries, MarkedPiecesOfSequenceDiagramEntries) {
-  const AssertionList records{
-      record(R"(ZKR_ASSERT_SD("Main", "m1", "pay - no:1,2 - [Arbiter ASSERT: external]"))"),
-      record(R"(ZKR_ASSERT_SD("Main", "m2", "plain"))")};
+  const AssertionList records{record(R"(ZKR_ASSERT_SD("Main", "m1", "pay"))", "PASSED",
+                                     "pay - no:1,2 - [Arbiter ASSERT: external]"),
+                              record(R"(ZKR_ASSERT_SD("Main", "m2", plain))")};
   AssertionEntries sequence(records, true);
   ASSERT_TRUE(sequence.next());
   EXPECT_EQ(sequence.entry().userMessage, "pay");

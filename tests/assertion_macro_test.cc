@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 namespace qendor {
 namespace {
@@ -19,7 +20,7 @@ struct ParseCase {
 };
 
 void expectParse(const ParseCase& c) {
-  std::string first = kUnset, second = kUnset, message = kUnset;
+  std::string_view first = kUnset, second = kUnset, message = kUnset;
   EXPECT_EQ(parseAssertionMacro(c.statement, first, second, message), c.accepted) << c.statement;
   EXPECT_EQ(first, c.firstArgument) << c.statement;
   EXPECT_EQ(second, c.secondArgument) << c.statement;
@@ -149,18 +150,23 @@ TEST(MacroFirstArgument, Cases) {
 
 TEST(ParseAssertionMacro, BytesOfAnyKind) {
   std::string statement = std::string("ZKR_ASSERT_TRUE(\xff") + '\0' + "\xfe, x)";
-  std::string first, second, message;
+  std::string_view first, second, message;
   EXPECT_TRUE(parseAssertionMacro(statement, first, second, message));
-  EXPECT_EQ(message, std::string("\xff\0\xfe", 3));
+  EXPECT_EQ(message, std::string_view("\xff\0\xfe", 3));
+  EXPECT_EQ(message.data(), statement.data() + 16);  // a view into the statement
 }
 
 TEST(ParseAssertionMacro, HugeStatement) {
   std::string statement = "ZKR_ASSERT_SD(\"sd\", \"m\", \"" + std::string(10 << 20, 'q') + "\")";
-  std::string first, second, message;
+  std::string_view first, second, message;
   EXPECT_TRUE(parseAssertionMacro(statement, first, second, message));
   EXPECT_EQ(first, "sd");
   EXPECT_EQ(second, "m");
   EXPECT_EQ(message.size(), (10u << 20) + 1);
+  // Views into the statement: nothing of the ten megabytes is copied.
+  EXPECT_EQ(first.data(), statement.data() + 15);
+  EXPECT_EQ(second.data(), statement.data() + 21);
+  EXPECT_EQ(message.data(), statement.data() + 26);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 namespace qendor {
 namespace {
@@ -37,7 +38,8 @@ TEST(ParseProgress, CoverageRoundsHalfUpInWrappingThirtyTwoBitArithmetic) {
       {"m - progress 1/2/3 - x", "1", "2/3", "50"},
   };
   for (const Case& c : cases) {
-    std::string value = kKeep, max = kKeep, coverage = kKeep;
+    std::string_view value = kKeep, max = kKeep;
+    std::string coverage = kKeep;
     EXPECT_TRUE(parseProgress(c.text, value, max, coverage)) << c.text;
     EXPECT_EQ(value, c.value) << c.text;
     EXPECT_EQ(max, c.max) << c.text;
@@ -46,7 +48,8 @@ TEST(ParseProgress, CoverageRoundsHalfUpInWrappingThirtyTwoBitArithmetic) {
 }
 
 TEST(ParseProgress, ZeroMaximumWritesValueAndMaxButNotCoverage) {
-  std::string value = kKeep, max = kKeep, coverage = kKeep;
+  std::string_view value = kKeep, max = kKeep;
+  std::string coverage = kKeep;
   EXPECT_FALSE(parseProgress("msg - progress 5/0", value, max, coverage));
   EXPECT_EQ(value, "5");
   EXPECT_EQ(max, "0");
@@ -55,7 +58,8 @@ TEST(ParseProgress, ZeroMaximumWritesValueAndMaxButNotCoverage) {
 
 TEST(ParseProgress, MissingMarkerOrSlashWritesNothing) {
   for (const char* text : {"plain text", "msg - progress 5", "msg -progress 1/2", ""}) {
-    std::string value = kKeep, max = kKeep, coverage = kKeep;
+    std::string_view value = kKeep, max = kKeep;
+    std::string coverage = kKeep;
     EXPECT_FALSE(parseProgress(text, value, max, coverage)) << text;
     EXPECT_EQ(value, kKeep);
     EXPECT_EQ(max, kKeep);
@@ -79,14 +83,14 @@ TEST(ParseArbiterKind, InternalOnlyWhenTheWordFollowsInLowerCase) {
       {"plain text", false, kKeep},
   };
   for (const Case& c : cases) {
-    std::string kind = kKeep;
+    std::string_view kind = kKeep;
     EXPECT_EQ(parseArbiterKind(c.text, kind), c.found) << c.text;
     EXPECT_EQ(kind, c.kind) << c.text;
   }
 }
 
 TEST(ParseGuid, TakesMarkerAndThirtySixCharactersOrEmptiesTheGuid) {
-  std::string guid = kKeep;
+  std::string_view guid = kKeep;
   EXPECT_TRUE(parseGuid("m - GUID 0123456789abcdef0123456789abcdef0123 tail", guid));
   EXPECT_EQ(guid, "GUID 0123456789abcdef0123456789abcdef0123");
   EXPECT_TRUE(parseGuid("m - GUID short", guid));
@@ -112,7 +116,7 @@ TEST(ParseNumberPair, SecondNumberRunsToTheEndOfTheText) {
       {"plain, text", false, kKeep, kKeep},
   };
   for (const Case& c : cases) {
-    std::string inr = kKeep, onr = kKeep;
+    std::string_view inr = kKeep, onr = kKeep;
     EXPECT_EQ(parseNumberPair(c.text, inr, onr), c.found) << c.text;
     EXPECT_EQ(inr, c.inr) << c.text;
     EXPECT_EQ(onr, c.onr) << c.text;
@@ -137,11 +141,30 @@ TEST(ParseUserMessage, CutsOneCharacterBeforeTheEarliestMarker) {
       {"- progress 1/2 - no:1,2", "- progress 1/2"},
       {"- GUID x", "- GUID x"},
   };
-  for (const Case& c : cases) {
-    std::string message = kKeep;
-    parseUserMessage(c.text, message);
-    EXPECT_EQ(message, c.message) << c.text;
-  }
+  for (const Case& c : cases) EXPECT_EQ(parseUserMessage(c.text), c.message) << c.text;
+}
+
+// Every piece is a view into the text it was cut from.
+TEST(AssertionTextPieces, PointIntoTheText) {
+  const std::string text =
+      "hello - progress 3/4 - no:5,6 - [Arbiter ASSERT: internal] - GUID "
+      "0123456789abcdef0123456789abcdef0123";
+  const char* const begin = text.data();
+  std::string_view value, max, inr, onr, kind, guid;
+  std::string coverage;
+  ASSERT_TRUE(parseProgress(text, value, max, coverage));
+  EXPECT_EQ(value.data(), begin + 17);
+  EXPECT_EQ(max.data(), begin + 19);
+  ASSERT_TRUE(parseNumberPair(text, inr, onr));
+  EXPECT_EQ(inr.data(), begin + 26);
+  EXPECT_EQ(onr.data(), begin + 28);
+  ASSERT_TRUE(parseGuid(text, guid));
+  EXPECT_EQ(guid.data(), begin + 61);
+  EXPECT_EQ(parseUserMessage(text).data(), begin);
+  EXPECT_EQ(parseUserMessage(text), "hello");
+  // The arbiter kind is one of two fixed words.
+  ASSERT_TRUE(parseArbiterKind(text, kind));
+  EXPECT_EQ(kind, "internal");
 }
 
 }  // namespace

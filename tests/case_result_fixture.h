@@ -10,11 +10,11 @@
 
 #include "base/run_settings.h"
 #include "report/case_result.h"
-#include "verify/verdicts.h"
 #include "report/xml_node.h"
 #include "tests/test_case_records.h"
 #include "tests/test_support.h"
 #include "tests/xml_dump.h"
+#include "verify/verdicts.h"
 
 namespace qendor {
 namespace test {

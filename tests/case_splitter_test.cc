@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -105,41 +104,48 @@ TEST(WantedTestCases, TakesTheNamesAsTheyAreWhenMade) {
 }
 
 // Feeds a splitter one record per word of `script`: "s3" a start under 3,
-// "f" a finish, "sf3" a record that is both, "r" any other record. A record
-// the splitter keeps gets its word as its text. The result lists the kept
-// texts per test case ("3: s3 r f"), then "collecting:" and, for each word,
-// whether the splitter collected after it ("+" or "-").
-std::string split(const std::string& script, RunTable<std::unique_ptr<AssertionList>>& lists,
+// "f" a finish, "sf3" a record that is both, "r" any other record; a word
+// ending in "*" is a record whose statement makes its test case a sequence
+// diagram test case. A record the splitter keeps gets its word as its text.
+// The result lists the kept texts per test case ("3: s3 r f", "3 sd: ..."
+// when the test case is marked as a sequence diagram test case), then
+// "collecting:" and, for each word, whether the splitter collected after it
+// ("+" or "-").
+std::string split(const std::string& script, TestCaseLogs& logs,
                   WantedTestCases wanted = WantedTestCases()) {
   std::string collecting;
   {
-    TestCaseSplitter splitter(lists, std::move(wanted));
+    TestCaseSplitter splitter(logs, std::move(wanted));
     std::istringstream words(script);
     for (std::string word; words >> word;) {
+      const bool sequenceDiagram = word.back() == '*';
+      const std::string plain = sequenceDiagram ? word.substr(0, word.size() - 1) : word;
       RecordBoundary boundary;
       size_t at = 0;
-      boundary.starts = word[at] == 's';
+      boundary.starts = plain[at] == 's';
       if (boundary.starts) ++at;
-      boundary.ends = at < word.size() && word[at] == 'f';
+      boundary.ends = at < plain.size() && plain[at] == 'f';
       if (boundary.ends) ++at;
-      const int32_t number = at < word.size() && word[at] != 'r' ? std::stoi(word.substr(at)) : 0;
-      if (AssertionRecord* record = splitter.next(boundary, number)) record->assertionText = word;
+      const int32_t number =
+          at < plain.size() && plain[at] != 'r' ? std::stoi(plain.substr(at)) : 0;
+      if (AssertionRecord* record = splitter.next(boundary, number, sequenceDiagram)) {
+        record->assertionText = word;
+      }
       collecting += splitter.collecting() ? " +" : " -";
     }
   }
   std::string out;
-  for (const auto& [number, list] : lists) {
-    out += std::to_string(number) + ":";
-    if (!list) out += " null";
-    for (const AssertionRecord& r : list ? *list : AssertionList{}) out += " " + r.assertionText;
+  for (const auto& [number, log] : logs) {
+    out += std::to_string(number) + (log.sequenceDiagram ? " sd:" : ":");
+    for (const AssertionRecord& r : log.records) out += " " + r.assertionText;
     out += "\n";
   }
   return out + "collecting:" + collecting;
 }
 
 std::string split(const std::string& script, WantedTestCases wanted = WantedTestCases()) {
-  RunTable<std::unique_ptr<AssertionList>> lists;
-  return split(script, lists, std::move(wanted));
+  TestCaseLogs logs;
+  return split(script, logs, std::move(wanted));
 }
 
 TEST(TestCaseSplitter, Scripts) {
@@ -162,6 +168,17 @@ TEST(TestCaseSplitter, Scripts) {
       {"numbers as the result field reads them", "s-4 r f s0 f",
        "-4: s-4 r f\n0: s0 f\ncollecting: + + - + -"},
       {"nothing", "", "collecting:"},
+      {"a sequence diagram record marks its test case", "s1 r* f",
+       "1 sd: s1 r* f\ncollecting: + + -"},
+      {"a sequence diagram start marks its test case", "s1* r f",
+       "1 sd: s1* r f\ncollecting: + + -"},
+      {"a sequence diagram finish marks its test case", "s1 r f*",
+       "1 sd: s1 r f*\ncollecting: + + -"},
+      {"a dropped record marks nothing", "r* s1 r f r*", "1: s1 r f\ncollecting: - + + - -"},
+      {"the mark is the test case's own", "s1 r* s2 r f",
+       "1 sd: s1 r*\n2: s2 r f\ncollecting: + + + + -"},
+      {"a repeated number drops the mark with the list", "s1 r* f s1 f",
+       "1: s1 f\ncollecting: + + - + -"},
   };
   for (const Case& c : cases) EXPECT_EQ(split(c.script), c.result) << c.name;
 }
@@ -181,24 +198,33 @@ TEST(TestCaseSplitter, ListsAlreadyThere) {
   RunSettings settings;
   settings.testCaseNames = {{1, "Ctx.One"}, {3, "Ctx.Three"}};
   settings.testCaseName = "Ctx.One";
-  RunTable<std::unique_ptr<AssertionList>> lists;
-  lists[1] = std::make_unique<AssertionList>(1);
-  (*lists[1])[0].assertionText = "old one";
-  lists[3] = std::make_unique<AssertionList>(1);
-  (*lists[3])[0].assertionText = "old three";
-  lists[5];  // an entry inserted empty elsewhere
+  TestCaseLogs logs;
+  logs[1].records.resize(1);
+  logs[1].records[0].assertionText = "old one";
+  logs[3].records.resize(1);
+  logs[3].records[0].assertionText = "old three";
+  logs[5];  // an entry inserted empty elsewhere
   // A wanted start replaces its list; an unwanted one leaves its list alone.
-  EXPECT_EQ(split("s3 r f s1 r f", lists, WantedTestCases::of(settings)),
-            "1: s1 r f\n3: old three\n5: null\ncollecting: - - - + + -");
+  EXPECT_EQ(split("s3 r f s1 r f", logs, WantedTestCases::of(settings)),
+            "1: s1 r f\n3: old three\n5:\ncollecting: - - - + + -");
+  // The same for the marks: a wanted start clears its test case's mark, an
+  // unwanted one leaves it, and an unwanted test case's records mark nothing.
+  logs[1].sequenceDiagram = true;
+  logs[3].sequenceDiagram = true;
+  EXPECT_EQ(split("s1 r f s3 r* f", logs, WantedTestCases::of(settings)),
+            "1: s1 r f\n3 sd: old three\n5:\ncollecting: + + - - - -");
+  logs[3].sequenceDiagram = false;
+  EXPECT_EQ(split("s3 r* f", logs, WantedTestCases::of(settings)),
+            "1: s1 r f\n3: old three\n5:\ncollecting: - - -");
 }
 
 TEST(TestCaseSplitter, ListsKeepNoSpareCapacity) {
-  RunTable<std::unique_ptr<AssertionList>> lists;
+  TestCaseLogs logs;
   std::string script = "s1";
   for (int i = 0; i < 100; ++i) script += " r";
-  split(script, lists);
-  ASSERT_EQ(lists[1]->size(), 101u);
-  EXPECT_EQ(lists[1]->capacity(), 101u);
+  split(script, logs);
+  ASSERT_EQ(logs[1].records.size(), 101u);
+  EXPECT_EQ(logs[1].records.capacity(), 101u);
 }
 
 }  // namespace

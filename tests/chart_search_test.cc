@@ -5,11 +5,10 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
-#include "base/run_settings.h"
-#include "base/text.h"
-#include "tests/test_support.h"
+#include "base/line_reader.h"
 #include "verify/verification_file.h"
 
 namespace qendor {
@@ -27,22 +26,19 @@ std::string record(std::initializer_list<Field> fields) {
 
 class ChartSearchTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    resetRun();
-    out_ = dir_.path();
-    run().outDirectory = out_.c_str();
-    run().testCaseNames[1] = "Pkg.Ctx.Chart";
-  }
-  void TearDown() override { resetRun(); }
-
+  // Reads a verification text of `kind` holding `records` as the chart to
+  // search.
   void load(const std::string& kind, const std::string& records) {
-    dir_.write("Chart.ver", kind + "\n" + records);
-    ASSERT_EQ(readVerificationFile(1), kind == "FLOWCHART_TEST"
-                                           ? VerificationKind::kFlowchartTest
-                                           : VerificationKind::kStatechartTest);
+    const std::string text = kind + "\n" + records;
+    LineReader lines{std::string_view(text)};
+    Verification verification = parseVerificationFile(lines);
+    ASSERT_EQ(verification.kind, kind == "FLOWCHART_TEST" ? VerificationKind::kFlowchartTest
+                                                          : VerificationKind::kStatechartTest);
+    ASSERT_NE(verification.chart, nullptr);
+    chart_ = std::move(verification.chart);
   }
   const ChartRecord* at(const char* guid) {
-    const ChartRecord* found = findChartRecord(guid, 1);
+    const ChartRecord* found = chart_->find(guid);
     EXPECT_NE(found, nullptr) << guid;
     return found;
   }
@@ -51,23 +47,22 @@ class ChartSearchTest : public ::testing::Test {
 
   std::string stateStep(const char* assertion, const char* from) {
     VisitedRecords visited;
-    return name(statechartStep(assertion, at(from), visited, 1));
+    return name(statechartStep(assertion, at(from), visited, *chart_));
   }
   std::string flowStep(const char* assertion, const char* from) {
     VisitedRecords visited;
-    return name(flowchartStep(assertion, at(from), visited, 1));
+    return name(flowchartStep(assertion, at(from), visited, *chart_));
   }
   std::string stateComplete(const char* from) {
     VisitedRecords visited;
-    return name(statechartCanComplete(at(from), visited, 1));
+    return name(statechartCanComplete(at(from), visited, *chart_));
   }
   std::string flowComplete(const char* from) {
     VisitedRecords visited;
-    return name(flowchartCanComplete(at(from), visited, 1));
+    return name(flowchartCanComplete(at(from), visited, *chart_));
   }
 
-  test::TempDir dir_;
-  std::string out_;
+  std::unique_ptr<ChartList> chart_;
 };
 
 // A statechart: Start -go-> A -next/z-> B (composite: init -> B1 -finish-> BEnd)
@@ -140,32 +135,32 @@ TEST_F(ChartSearchTest, StatechartStepsThroughActionsTransitionsAndCompositeStat
   EXPECT_EQ(stateStep("v == 5", "s_a"), "s_c");    // t2 is a barrier, t_missing skipped
   EXPECT_EQ(stateStep("x == 1", "t1"), "s_a");
   EXPECT_EQ(stateStep("a == 0", "s_a"), "null");
-  EXPECT_EQ(findChartRecord("t_missing", 1), nullptr);
+  EXPECT_EQ(chart_->find("t_missing"), nullptr);
 }
 
 TEST_F(ChartSearchTest, StatechartStepBarriersAndVisitedSet) {
   load("STATECHART_TEST", kStatechart);
   VisitedRecords visited;
   // From A: t2 carries another assertion, t3 leads to C whose entry is one.
-  EXPECT_EQ(statechartStep("q == 9", at("s_a"), visited, 1), nullptr);
+  EXPECT_EQ(statechartStep("q == 9", at("s_a"), visited, *chart_), nullptr);
   EXPECT_EQ(visited, (VisitedRecords{at("s_a")}));
   // B1's exit action holds an assertion: B1 is not even entered.
   visited.clear();
-  EXPECT_EQ(statechartStep("q == 9", at("s_b1"), visited, 1), nullptr);
+  EXPECT_EQ(statechartStep("q == 9", at("s_b1"), visited, *chart_), nullptr);
   EXPECT_TRUE(visited.empty());
   // A record already visited ends the search.
   visited = {at("s_init")};
-  EXPECT_EQ(statechartStep("x == 1", at("s_init"), visited, 1), nullptr);
+  EXPECT_EQ(statechartStep("x == 1", at("s_init"), visited, *chart_), nullptr);
   visited.clear();
-  EXPECT_EQ(statechartStep("w == 4", at("s_b"), visited, 1), at("s_b1"));
+  EXPECT_EQ(statechartStep("w == 4", at("s_b"), visited, *chart_), at("s_b1"));
   EXPECT_EQ(visited, (VisitedRecords{at("s_b")}));
-  EXPECT_EQ(statechartStep("x", nullptr, visited, 1), nullptr);
+  EXPECT_EQ(statechartStep("x", nullptr, visited, *chart_), nullptr);
 }
 
 TEST_F(ChartSearchTest, StatechartCompletionLeavesCompositeStatesThroughTheirParent) {
   load("STATECHART_TEST", kStatechart);
   VisitedRecords visited;
-  EXPECT_EQ(statechartCanComplete(at("s_b1"), visited, 1), at("s_end"));
+  EXPECT_EQ(statechartCanComplete(at("s_b1"), visited, *chart_), at("s_end"));
   EXPECT_EQ(visited, (VisitedRecords{at("s_b1"), at("s_bend"), at("s_b")}));
   EXPECT_EQ(stateComplete("s_b"), "s_end");
   EXPECT_EQ(stateComplete("t_end"), "s_end");
@@ -174,7 +169,7 @@ TEST_F(ChartSearchTest, StatechartCompletionLeavesCompositeStatesThroughTheirPar
   // C has nowhere to go and its parent is at top level.
   EXPECT_EQ(stateComplete("s_c"), "null");
   visited.clear();
-  EXPECT_EQ(statechartCanComplete(nullptr, visited, 1), nullptr);
+  EXPECT_EQ(statechartCanComplete(nullptr, visited, *chart_), nullptr);
 }
 
 TEST_F(ChartSearchTest, BlanksInTheActionTextNeverMatch) {
@@ -184,7 +179,7 @@ TEST_F(ChartSearchTest, BlanksInTheActionTextNeverMatch) {
   spaced->guid = "s_spaced";
   spaced->stateName = "Spaced";
   spaced->entryAction = "ZKR_ASSERT(x == 1);";
-  run().chartSteps[1]->add(std::move(spaced));
+  chart_->add(std::move(spaced));
   EXPECT_EQ(stateStep("x == 1", "s_spaced"), "null");
   EXPECT_EQ(stateStep("x==1", "s_spaced"), "null");
   EXPECT_EQ(flowStep("x == 1", "s_spaced"), "null");
@@ -276,12 +271,12 @@ TEST_F(ChartSearchTest, FlowchartFollowsDefaultTransitionAloneAndLeavesFromLocal
   // The default transition is followed alone: Sub's own leaving transition
   // is never tried, so End's entry is not reached from Sub.
   VisitedRecords visited;
-  EXPECT_EQ(flowchartStep("zz", at("n_sub"), visited, 1), nullptr);
+  EXPECT_EQ(flowchartStep("zz", at("n_sub"), visited, *chart_), nullptr);
   EXPECT_EQ(visited, (VisitedRecords{at("n_sub")}));
   // From the local termination the parent's leaving transitions are tried,
   // not its own (f_own would lead back to A).
   visited.clear();
-  EXPECT_EQ(flowchartStep("b == 2", at("n_subend"), visited, 1), nullptr);
+  EXPECT_EQ(flowchartStep("b == 2", at("n_subend"), visited, *chart_), nullptr);
   EXPECT_EQ(visited, (VisitedRecords{at("n_subend"), at("n_end")}));
   EXPECT_EQ(stateStep("b == 2", "n_subend"), "n_a");
   // An unresolved parent ends the search.
@@ -292,7 +287,7 @@ TEST_F(ChartSearchTest, FlowchartFollowsDefaultTransitionAloneAndLeavesFromLocal
 TEST_F(ChartSearchTest, FlowchartCompletionNeedsATopLevelLocalTermination) {
   load("FLOWCHART_TEST", kFlowchart);
   VisitedRecords visited;
-  EXPECT_EQ(flowchartCanComplete(at("n_sub1"), visited, 1), at("n_end"));
+  EXPECT_EQ(flowchartCanComplete(at("n_sub1"), visited, *chart_), at("n_end"));
   EXPECT_EQ(visited, (VisitedRecords{at("n_sub1"), at("n_subend")}));
   EXPECT_EQ(flowComplete("n_start"), "null");  // A's entry action is an assertion
   EXPECT_EQ(stateComplete("n_sub1"), "n_end");
@@ -300,8 +295,8 @@ TEST_F(ChartSearchTest, FlowchartCompletionNeedsATopLevelLocalTermination) {
   EXPECT_EQ(stateComplete("n_inner"), "n_term");
   EXPECT_EQ(flowComplete("n_inner"), "null");
   visited.clear();
-  EXPECT_EQ(flowchartCanComplete(nullptr, visited, 1), nullptr);
-  EXPECT_EQ(flowchartStep("x", nullptr, visited, 1), nullptr);
+  EXPECT_EQ(flowchartCanComplete(nullptr, visited, *chart_), nullptr);
+  EXPECT_EQ(flowchartStep("x", nullptr, visited, *chart_), nullptr);
 }
 
 // C1 -> C2 -> C1 is a cycle; C2 also leads to C3. TA and TB lead to each other.
@@ -326,7 +321,7 @@ const std::string kCycles =
 TEST_F(ChartSearchTest, CyclesEndWithNull) {
   load("STATECHART_TEST", kCycles);
   VisitedRecords visited;
-  EXPECT_EQ(statechartStep("nothing", at("c1"), visited, 1), nullptr);
+  EXPECT_EQ(statechartStep("nothing", at("c1"), visited, *chart_), nullptr);
   EXPECT_EQ(visited, (VisitedRecords{at("c1"), at("c2")}));
   EXPECT_EQ(stateStep("found", "c1"), "c3");  // after the cycle branch, the next one
   EXPECT_EQ(flowStep("found", "c1"), "c3");
@@ -341,17 +336,17 @@ TEST_F(ChartSearchTest, CyclesEndWithNull) {
   EXPECT_EQ(flowStep("found", "c4"), "c3");
 }
 
-TEST_F(ChartSearchTest, FindChartRecordTakesTheFirstRecordWithTheGuid) {
+TEST_F(ChartSearchTest, FindTakesTheFirstRecordWithTheGuid) {
   load("STATECHART_TEST", kCycles);
   EXPECT_EQ(at("c1")->stateName, "C1");
-  EXPECT_EQ(findChartRecord("c", 1), nullptr);
-  EXPECT_EQ(findChartRecord("", 1), nullptr);        // every record here has a guid
+  EXPECT_EQ(chart_->find("c"), nullptr);
+  EXPECT_EQ(chart_->find(""), nullptr);              // every record here has a guid
   EXPECT_EQ(stateStep("found", "unnamed"), "null");  // a transition without name
-  EXPECT_EQ(run().chartSteps[1]->firstRecord(), at("c1"));
+  EXPECT_EQ(chart_->firstRecord(), at("c1"));
   load("FLOWCHART_TEST", "");
-  EXPECT_EQ(findChartRecord("c1", 1), nullptr);
-  EXPECT_EQ(run().chartSteps[1]->firstRecord(), nullptr);
-  EXPECT_EQ(findChartRecord("c1", 2), nullptr);  // no list at all
+  EXPECT_EQ(chart_->find("c1"), nullptr);
+  EXPECT_EQ(chart_->firstRecord(), nullptr);
+  EXPECT_EQ(ChartList().find("c1"), nullptr);  // a chart never filled
 }
 
 }  // namespace

@@ -234,33 +234,34 @@ TEST(Judgement, RangeErrorOfTheSequenceVerificationPropagates) {
 TEST(Judgement, EntriesCarryTheirParsedPieces) {
   const TestCaseLog log = makeTestCaseLog(AssertionList{
       record(kSdStart),
-      record("ZKR_ASSERT_SD(\"Shop\", \"pay\", \"card - no:3,4 - progress 1/3 - [Arbiter ASSERT: "
-             "internal] - GUID 1b4e28ba-2fa1-11d2-883f-0016d3cca427\")"),
-      record("no macro here"),
-      record("ZKR_ASSERT_SD(\"Shop\")", "FAILED", "later - progress 3/3"),
-      record("ZKR_ASSERT_SD(\"Shop\", \"ship\", \"never reached - progress 2/3\")"),
+      record("ZKR_ASSERT_SD(\"Shop\", \"pay\", \"card\")", "PASSED",
+             "card - no:3,4 - progress 1/3 - [Arbiter ASSERT: internal] - GUID "
+             "1b4e28ba-2fa1-11d2-883f-0016d3cca427"),
+      record("no macro here"), record("ZKR_ASSERT_SD(\"Shop\")", "FAILED", "later - progress 2/3"),
+      record("ZKR_ASSERT_SD(\"Shop\", \"ship\", \"back again - progress 1/3\")"),
       record(kSdFinish)});
   const TestCaseVerdict verdict = judgeTestCase(&log, modelOf("SD_TEST\n1\n2\n3"));
   EXPECT_EQ(dumpEntries(verdict),
-            "\"Main\" \"m0\" \"Starting test case\" guid \"\" user \"Starting test case\" no "
-            "\"\",\"\" arbiter \"\" value \"\" - 0\n"
+            "\"Main\" \"m0\" \"Starting test case\\\"\" guid \"\" user \"Starting test case\\\"\" "
+            "no \"\",\"\" arbiter \"\" value \"\" - 0\n"
             "\"Shop\" \"pay\" \"card - no:3,4 - progress 1/3 - [Arbiter ASSERT: internal] - GUID "
             "1b4e28ba-2fa1-11d2-883f-0016d3cca427\" guid \"GUID "
             "1b4e28ba-2fa1-11d2-883f-0016d3cca427\" user \"card\" no \"3\",\"4 - progress 1/3 - "
             "[Arbiter ASSERT: internal] - GUID 1b4e28ba-2fa1-11d2-883f-0016d3cca427\" arbiter "
             "\"internal\" value \"1\" accepted 1\n"
-            "\"Shop\" \"pay\" \"later - progress 3/3\" guid \"\" user \"later\" no \"\",\"\" "
-            "arbiter \"\" value \"3\" accepted 3\n"
-            "\"Shop\" \"ship\" \"never reached - progress 2/3\" guid \"\" user \"never reached\" "
-            "no \"\",\"\" arbiter \"\" value \"2\" rejected 0\n");
+            "\"Shop\" \"pay\" \"later - progress 2/3\" guid \"\" user \"later\" no \"\",\"\" "
+            "arbiter \"\" value \"2\" accepted 2\n"
+            "\"Shop\" \"ship\" \"back again - progress 1/3\\\"\" guid \"\" user \"back again\" "
+            "no \"\",\"\" arbiter \"\" value \"1\" rejected 0\n");
   EXPECT_EQ(dumpVerdict(verdict),
-            "SD ERROR folded ERROR, failed, 4 entries, summary \"Shop\" ERROR 3/3 100%");
+            "SD ERROR folded ERROR, failed, 4 entries, summary \"Shop\" ERROR 1/3 33%");
 }
 
 // A code test case's entries keep their message only.
 TEST(Judgement, CodeEntriesKeepTheirMessage) {
   const TestCaseLog log = makeTestCaseLog(AssertionList{
-      record(kCodeStart), record("ZKR_ASSERT_TRUE(a - no:1,2 - GUID x)"), record(kCodeFinish)});
+      record(kCodeStart), record("ZKR_ASSERT_TRUE(a)", "PASSED", "a - no:1,2 - GUID x"),
+      record(kCodeFinish)});
   const TestCaseVerdict verdict = judgeTestCase(&log, modelOf("CODE_TEST"));
   EXPECT_EQ(dumpEntries(verdict),
             "\"\" \"\" \"Starting test case\" guid \"\" user \"\" no \"\",\"\" arbiter \"\" value "

@@ -2,11 +2,9 @@
 // that compare them as one string.
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "base/assertion_record.h"
-#include "base/run_settings.h"
 #include "base/status.h"
 
 namespace qendor {
@@ -45,17 +43,12 @@ inline std::string dumpRecord(const AssertionRecord& r) {
          r.lineNumber + "|" + r.detailText;
 }
 
-// Every list as a "number: [record] [record]" line; a null list as
-// "number: null".
-inline std::string dumpLists(const RunTable<std::unique_ptr<AssertionList>>& lists) {
+// Every test case's records as a "number: [record] [record]" line.
+inline std::string dumpLists(const TestCaseLogs& logs) {
   std::string out;
-  for (const auto& [number, list] : lists) {
+  for (const auto& [number, log] : logs) {
     out += std::to_string(number) + ":";
-    if (!list) {
-      out += " null\n";
-      continue;
-    }
-    for (const AssertionRecord& r : *list) out += " [" + dumpRecord(r) + "]";
+    for (const AssertionRecord& r : log.records) out += " [" + dumpRecord(r) + "]";
     out += "\n";
   }
   return out;

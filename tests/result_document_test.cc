@@ -97,8 +97,9 @@ class ResultDocumentTest : public ::testing::Test {
     EXPECT_TRUE(saveXmlDocument(document.root.get(), path, nullptr, &document.spool));
     xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NOBLANKS | XML_PARSE_NONET);
     xmlNode* root = doc ? xmlDocGetRootElement(doc) : nullptr;
-    const std::string text =
-        !root ? "(unreadable)" : withTime ? dumpNode(root) : dumpWithoutTime(root);
+    const std::string text = !root      ? "(unreadable)"
+                             : withTime ? dumpNode(root)
+                                        : dumpWithoutTime(root);
     xmlFreeDoc(doc);
     return text;
   }
@@ -190,8 +191,7 @@ TEST_F(ResultDocumentTest, SequenceDiagramDocuments) {
   EXPECT_NE(failed.find("msgid=\"m2\""), std::string::npos) << failed;
   const std::string passed = caseDump(7, code);
   EXPECT_EQ(code, 0);
-  EXPECT_NE(passed.find("verificationResult=\"Result verification successful\""),
-            std::string::npos)
+  EXPECT_NE(passed.find("verificationResult=\"Result verification successful\""), std::string::npos)
       << passed;
   EXPECT_NE(passed.find("<SDResult name=\"s\" sdname=\"\" status=\"PASSED\" coverage=\"100\" "
                         "value=\"2\" max=\"2\"/>"),
@@ -205,8 +205,8 @@ TEST_F(ResultDocumentTest, NotTerminatedKeepsErrorInTheDocument) {
   const std::string xml = caseDump(4, code);
   EXPECT_EQ(code, 13);
   EXPECT_NE(xml.find("<TestCaseResult name=\"D\" fullname=\"P.D\" testType=\"tt_Code\" "
-                      "status=\"ERROR\" verificationResult=\"TestCase did not terminate as "
-                      "expected\">"),
+                     "status=\"ERROR\" verificationResult=\"TestCase did not terminate as "
+                     "expected\">"),
             std::string::npos);
 }
 

@@ -48,13 +48,15 @@ class FullAssertionsTest : public ::testing::Test {
     lists_.clear();
     settings_.sourceFiles = {{3, "/home/p/src/x.c"}};
     read(start("1") + line);
-    const auto& list = lists_[1];
-    if (!list || list->size() != 2) return "<" + dumpLists(lists_) + ">";
-    return dumpRecord((*list)[1]);
+    const auto found = lists_.find(1);
+    if (found == lists_.end() || found->second.records.size() != 2) {
+      return "<" + dumpLists(lists_) + ">";
+    }
+    return dumpRecord(found->second.records[1]);
   }
 
   RunSettings settings_;
-  RunTable<std::unique_ptr<AssertionList>> lists_;
+  TestCaseLogs lists_;
 };
 
 TEST(RecordForm, FirstRecordLineDecides) {
@@ -151,10 +153,10 @@ TEST_F(FullAssertionsTest, TestCases) {
   }
 }
 
-TEST_F(FullAssertionsTest, NullEntryIsReplacedByAStart) {
+TEST_F(FullAssertionsTest, EmptyEntryIsReplacedByAStart) {
   lists_[3];  // inserted empty by another reader
   lists_[9];
-  EXPECT_EQ(read(start("3")), "3: [" + std::string(kStart) + "|PASSED||1|]\n9: null\n");
+  EXPECT_EQ(read(start("3")), "3: [" + std::string(kStart) + "|PASSED||1|]\n9:\n");
 }
 
 // Only the records that a report reads are kept; the others still open and
@@ -206,7 +208,7 @@ TEST_F(FullAssertionsTest, FileNumbersOfManyRecords) {
            full("src/c.c", "3", "1", "", "(c)");
   }
   read(log);
-  const AssertionList& list = *lists_[1];
+  const AssertionList& list = lists_[1].records;
   ASSERT_EQ(list.size(), 10u);
   for (size_t i = 1; i < list.size(); i += 3) {
     EXPECT_EQ(list[i].fileNumber, "1");
@@ -220,11 +222,48 @@ TEST_F(FullAssertionsTest, NulNonUtf8AndHugeLines) {
   std::string odd = "FULLASSERTION=a" + nul + ".c,3,1,\xff\xfe-----ZKR_ASSERT(" + nul + ")\n";
   std::string huge = "FULLASSERTION=a.c,4,1,d-----ZKR_ASSERT(" + std::string(10 << 20, 'h') + ")\n";
   read(std::string(10 << 20, '\0') + "\n" + start("1") + odd + huge);
-  const AssertionList& list = *lists_[1];
+  const AssertionList& list = lists_[1].records;
   ASSERT_EQ(list.size(), 3u);
   EXPECT_EQ(list[1].assertionText, "ZKR_ASSERT(" + nul + ")");
   EXPECT_EQ(list[1].detailText, "\xff\xfe");
   EXPECT_EQ(list[2].assertionText.size(), (10u << 20) + 12);
+}
+
+// A kept statement that names "ASSERT_SD" makes its test case a sequence
+// diagram test case, wherever it stands between start and finish.
+TEST_F(FullAssertionsTest, SequenceDiagramStatementsMarkTheirTestCase) {
+  const std::string plainStart = full("t.c", "1", "1", "", R"(_TRUE("Starting test case"))");
+  const std::string plainFinish = full("t.c", "2", "1", "", R"(_TRUE("Finished test case"))");
+  const std::string step = full("t.c", "3", "1", "", R"(_SD("sd", "m", "step"))");
+  read(plainStart + full("a.c", "4", "1", "", "(x)") + plainFinish +  // plain records only
+       full("t.c", "1", "2", "", R"(_TRUE("Starting test case"))") + step + plainFinish +
+       start("3") + plainFinish +  // a diagram start
+       full("t.c", "1", "4", "", R"(_TRUE("Starting test case"))") + plainFinish + step);
+  // "number:records:sd" of each test case, "sd" 1 when marked.
+  std::string marks;
+  for (const auto& [number, log] : lists_) {
+    marks += std::to_string(number) + ":" + std::to_string(log.records.size()) + ":" +
+             std::to_string(log.sequenceDiagram) + " ";
+  }
+  EXPECT_EQ(marks, "1:3:0 2:3:1 3:2:1 4:2:0 ");
+}
+
+// The reader on a whole log: the test cases `wanted` names, filled.
+TEST(ReadFullAssertions, ReturnsTheWantedTestCases) {
+  RunSettings settings;
+  settings.testCaseNames = {{1, "Pkg.Ctx.One"}, {2, "Pkg.Ctx.Two"}};
+  settings.testCaseName = "Pkg.Ctx.Two";
+  settings.sourceFiles = {{4, "/w/src/a.c"}};
+  const std::string log =
+      start("1") + finish() + start("2") + full("src/a.c", "9", "0", "d", "(x)") + finish();
+  LineReader lines{std::string_view(log)};
+  const TestCaseLogs logs =
+      readFullAssertions(lines, settings.sourceFiles, WantedTestCases::of(settings));
+  EXPECT_EQ(dumpLists(logs), "2: [" + std::string(kStart) +
+                                 "|PASSED||1|] [ZKR_ASSERT(x)|FAILED|4|9|d] [" + kFinish +
+                                 "|PASSED||2|]\n");
+  ASSERT_EQ(logs.count(2), 1u);
+  EXPECT_TRUE(logs.at(2).sequenceDiagram);
 }
 
 TEST_F(FullAssertionsTest, RecordsCostLittleMoreThanTheirText) {
@@ -234,7 +273,7 @@ TEST_F(FullAssertionsTest, RecordsCostLittleMoreThanTheirText) {
     log += full("src/a.c", std::to_string(i), "1", "", "_TRUE(value == expected)");
   }
   read(log);
-  const AssertionList& list = *lists_[1];
+  const AssertionList& list = lists_[1].records;
   EXPECT_EQ(list.size(), 100001u);
   EXPECT_EQ(list.capacity(), list.size());
 }

@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "base/run_settings.h"
 #include "base/text.h"
 
 namespace qendor {
@@ -17,11 +15,9 @@ using Lines = std::vector<std::string>;
 
 class SequenceTest : public ::testing::Test {
  protected:
-  void SetUp() override { resetRun(); }
-  void TearDown() override { resetRun(); }
-  void setLines(const Lines& lines) {
-    run().sequenceLines[1] = std::make_unique<SequenceLines>(lines);
-  }
+  void setLines(const Lines& lines) { lines_ = lines; }
+
+  SequenceLines lines_;
 };
 
 // The what() text of the range error a call raises; empty when none.
@@ -179,7 +175,7 @@ TEST_F(SequenceTest, DiagramsAcceptRecordedMessagesInTurn) {
     size_t position = 0;
     int call = 0;
     for (const Step& step : d.steps) {
-      EXPECT_EQ(verifySdMessage(step.message, position, 1), step.accepted)
+      EXPECT_EQ(verifySdMessage(step.message, position, lines_), step.accepted)
           << d.name << ", call " << call << " (" << step.message << ")";
       EXPECT_EQ(position, step.position) << d.name << ", call " << call;
       ++call;
@@ -190,76 +186,76 @@ TEST_F(SequenceTest, DiagramsAcceptRecordedMessagesInTurn) {
 TEST_F(SequenceTest, ConsumedListRejectsEveryFurtherMessage) {
   setLines({"SD_TEST", "A"});
   size_t position = 2;
-  EXPECT_FALSE(verifySdMessage("A", position, 1));
+  EXPECT_FALSE(verifySdMessage("A", position, lines_));
   EXPECT_EQ(position, 2u);
   position = 5;
-  EXPECT_FALSE(verifySdMessage("A", position, 1));
+  EXPECT_FALSE(verifySdMessage("A", position, lines_));
   EXPECT_EQ(position, 5u);
 }
 
 TEST_F(SequenceTest, MissingClosingMarkerRaisesTheVectorRangeError) {
   setLines({"SD_TEST", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "A", "B"});
   size_t position = 0;
-  std::string error = rangeError([&] { verifySdMessage("B", position, 1); });
+  std::string error = rangeError([&] { verifySdMessage("B", position, lines_); });
   EXPECT_TRUE(startsWith(error, "vector::_M_range_check")) << error;
   EXPECT_EQ(position, 5u);
 
   setLines({"SD_TEST", "LOOP_OPERAND_BEGIN(l)", "A"});  // neither end nor LOOP_END
   position = 0;
-  error = rangeError([&] { verifySdMessage("B", position, 1); });
+  error = rangeError([&] { verifySdMessage("B", position, lines_); });
   EXPECT_TRUE(startsWith(error, "vector::_M_range_check")) << error;
 
   setLines({"SD_TEST", "BREAK_END(b)", "A"});  // no end of an enclosing fragment
   position = 0;
-  error = rangeError([&] { verifySdMessage("B", position, 1); });
+  error = rangeError([&] { verifySdMessage("B", position, lines_); });
   EXPECT_TRUE(startsWith(error, "vector::_M_range_check")) << error;
 }
 
 TEST_F(SequenceTest, LoopIterationEndOnLineZeroWrapsRoundIntoTheRangeError) {
   setLines({"LOOP_OPERAND_END(l)", "A"});
   size_t position = 0;
-  std::string error = rangeError([&] { verifySdMessage("A", position, 1); });
+  std::string error = rangeError([&] { verifySdMessage("A", position, lines_); });
   EXPECT_TRUE(startsWith(error, "vector::_M_range_check")) << error;
 }
 
 TEST_F(SequenceTest, MarkerWithoutSuffixRaisesTheSubstrRangeErrorWhenTheSuffixIsNeeded) {
   setLines({"SD_TEST", "ALT_OPERAND_BEGIN", "A", "ALT_END"});
   size_t position = 0;
-  EXPECT_TRUE(verifySdMessage("A", position, 1));  // the operand accepts: no suffix needed
+  EXPECT_TRUE(verifySdMessage("A", position, lines_));  // the operand accepts: no suffix needed
   EXPECT_EQ(position, 3u);
   position = 0;
-  std::string error = rangeError([&] { verifySdMessage("B", position, 1); });
+  std::string error = rangeError([&] { verifySdMessage("B", position, lines_); });
   EXPECT_TRUE(startsWith(error, "basic_string::substr")) << error;
 
   setLines({"SD_TEST", "LOOP_OPERAND_BEGIN", "A", "LOOP_OPERAND_END"});
   position = 0;
-  error = rangeError([&] { verifySdMessage("A", position, 1); });
+  error = rangeError([&] { verifySdMessage("A", position, lines_); });
   EXPECT_TRUE(startsWith(error, "basic_string::substr")) << error;
 
   // The break end scan needs no suffix.
   setLines({"SD_TEST", "BREAK_END", "A", "ALT_END", "B"});
   position = 0;
-  EXPECT_TRUE(verifySdMessage("B", position, 1));
+  EXPECT_TRUE(verifySdMessage("B", position, lines_));
   EXPECT_EQ(position, 5u);
 }
 
 TEST_F(SequenceTest, LoopOperandContainsLooksUpToTheOperandEnd) {
   setLines({"LOOP_OPERAND_BEGIN(l)", "A", "ALT_END(x)", "B", "LOOP_OPERAND_END(l)", "C"});
-  EXPECT_TRUE(loopOperandContains("A", 0, 1));
-  EXPECT_TRUE(loopOperandContains("ALT_END(x)", 0, 1));  // markers are plain lines here
-  EXPECT_TRUE(loopOperandContains("B", 0, 1));
-  EXPECT_FALSE(loopOperandContains("C", 0, 1));
-  EXPECT_FALSE(loopOperandContains("A", 6, 1));
-  EXPECT_FALSE(loopOperandContains("A", 100, 1));
+  EXPECT_TRUE(loopOperandContains("A", 0, lines_));
+  EXPECT_TRUE(loopOperandContains("ALT_END(x)", 0, lines_));  // markers are plain lines here
+  EXPECT_TRUE(loopOperandContains("B", 0, lines_));
+  EXPECT_FALSE(loopOperandContains("C", 0, lines_));
+  EXPECT_FALSE(loopOperandContains("A", 6, lines_));
+  EXPECT_FALSE(loopOperandContains("A", 100, lines_));
   setLines({"LOOP_OPERAND_BEGIN(l)", "A"});
-  EXPECT_FALSE(loopOperandContains("B", 0, 1));  // end of the list comes first
+  EXPECT_FALSE(loopOperandContains("B", 0, lines_));  // end of the list comes first
   // The closing marker is built from the line's own prefix and suffix.
   setLines({"ALT_OPERAND_BEGIN(a)", "A", "ALT_OPERAND_END(a)", "B"});
-  EXPECT_FALSE(loopOperandContains("B", 0, 1));
+  EXPECT_FALSE(loopOperandContains("B", 0, lines_));
   setLines({"NOUNDERSCORE(a)", "A", "NOUNDERSCORE(a)_OPERAND_END(a)", "B"});
-  EXPECT_FALSE(loopOperandContains("B", 0, 1));
+  EXPECT_FALSE(loopOperandContains("B", 0, lines_));
   setLines({"LOOP_OPERAND_BEGIN", "A"});
-  std::string error = rangeError([&] { loopOperandContains("A", 0, 1); });
+  std::string error = rangeError([&] { loopOperandContains("A", 0, lines_); });
   EXPECT_TRUE(startsWith(error, "basic_string::substr")) << error;
 }
 
@@ -272,9 +268,9 @@ TEST_F(SequenceTest, MillionMarkerLinesBetweenTwoMessages) {
   lines.push_back("B");
   setLines(lines);
   size_t position = 0;
-  EXPECT_TRUE(verifySdMessage("A", position, 1));
+  EXPECT_TRUE(verifySdMessage("A", position, lines_));
   EXPECT_EQ(position, 2u);
-  EXPECT_TRUE(verifySdMessage("B", position, 1));
+  EXPECT_TRUE(verifySdMessage("B", position, lines_));
   EXPECT_EQ(position, 1000003u);
 }
 
@@ -285,23 +281,23 @@ TEST_F(SequenceTest, MarksDoNotOutliveTheirStep) {
             "LOOP_END(l)", "B"});
   for (int round = 0; round < 3; ++round) {
     size_t position = 0;
-    EXPECT_TRUE(verifySdMessage("A", position, 1));
+    EXPECT_TRUE(verifySdMessage("A", position, lines_));
     EXPECT_EQ(position, 4u);
-    EXPECT_TRUE(verifySdMessage("A", position, 1));  // back round the loop
+    EXPECT_TRUE(verifySdMessage("A", position, lines_));  // back round the loop
     EXPECT_EQ(position, 4u);
-    EXPECT_TRUE(verifySdMessage("B", position, 1));
+    EXPECT_TRUE(verifySdMessage("B", position, lines_));
     EXPECT_EQ(position, 7u);
   }
   setLines({"SD_TEST", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "A", "B"});
   size_t position = 0;
-  EXPECT_FALSE(rangeError([&] { verifySdMessage("B", position, 1); }).empty());
+  EXPECT_FALSE(rangeError([&] { verifySdMessage("B", position, lines_); }).empty());
   setLines({"SD_TEST", "A"});
   position = 0;
-  EXPECT_TRUE(verifySdMessage("A", position, 1));
+  EXPECT_TRUE(verifySdMessage("A", position, lines_));
   EXPECT_EQ(position, 2u);
-  run().sequenceLines[2] = std::make_unique<SequenceLines>(SequenceLines{"X"});
+  const SequenceLines other{"X"};
   position = 0;
-  EXPECT_TRUE(verifySdMessage("X", position, 2));
+  EXPECT_TRUE(verifySdMessage("X", position, other));
   EXPECT_EQ(position, 1u);
 }
 
@@ -319,7 +315,7 @@ TEST_F(SequenceTest, ManyMessagesOnALongDiagram) {
   size_t position = 0;
   int accepted = 0;
   for (int i = 0; i < 100000; ++i) {
-    if (verifySdMessage("m" + std::to_string(i), position, 1)) ++accepted;
+    if (verifySdMessage("m" + std::to_string(i), position, lines_)) ++accepted;
   }
   EXPECT_EQ(accepted, 100000);
   EXPECT_EQ(position, 1u + 9u * 100000u);
@@ -333,12 +329,12 @@ TEST_F(SequenceTest, DeeplyNestedOperandAttempts) {
   lines.push_back("C");
   setLines(lines);
   size_t position = 0;
-  EXPECT_TRUE(verifySdMessage("B", position, 1));
+  EXPECT_TRUE(verifySdMessage("B", position, lines_));
   EXPECT_EQ(position, 200001u);
   // For C the innermost continuation fails at B; its scan stops at ALT_END,
   // and C behind it is accepted.
   position = 0;
-  EXPECT_TRUE(verifySdMessage("C", position, 1));
+  EXPECT_TRUE(verifySdMessage("C", position, lines_));
   EXPECT_EQ(position, 200003u);
 }
 

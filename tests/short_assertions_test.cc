@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -20,9 +19,9 @@ using test::kStart;
 
 // File 1 holds the start on line 1 and the finish on line 2; file 3 holds a
 // plain assertion on line 42.
-void fillStatements(RunTable<std::unique_ptr<LineStatements>>& collected) {
-  collected[1] = std::make_unique<LineStatements>(LineStatements{{1, kStart}, {2, kFinish}});
-  collected[3] = std::make_unique<LineStatements>(LineStatements{{42, "ZKR_ASSERT_TRUE(x);"}});
+void fillStatements(RunTable<LineStatements>& collected) {
+  collected[1] = LineStatements{{1, kStart}, {2, kFinish}};
+  collected[3] = LineStatements{{42, "ZKR_ASSERT_TRUE(x);"}};
 }
 
 class ShortAssertionsTest : public ::testing::Test {
@@ -39,9 +38,9 @@ class ShortAssertionsTest : public ::testing::Test {
     return dumpLists(lists_);
   }
 
-  RunTable<std::unique_ptr<LineStatements>> collected_;
+  RunTable<LineStatements> collected_;
   RunSettings settings_;
-  RunTable<std::unique_ptr<AssertionList>> lists_;
+  TestCaseLogs lists_;
 };
 
 TEST_F(ShortAssertionsTest, StatusAndFieldsAsWritten) {
@@ -76,7 +75,7 @@ TEST_F(ShortAssertionsTest, StatusAndFieldsAsWritten) {
   for (const Case& c : cases) {
     lists_.clear();
     read(std::string("ASSERTION=1,1,5\n") + c.line + "\n");
-    const AssertionList& list = *lists_[5];
+    const AssertionList& list = lists_[5].records;
     EXPECT_LE(list.size(), 2u) << c.line;
     EXPECT_EQ(list.size() == 2 ? test::dumpRecord(list[1]) : "", c.record) << c.line;
   }
@@ -135,10 +134,10 @@ TEST_F(ShortAssertionsTest, ContextRunKeepsItsMembersOnly) {
 
 // Far-apart, negative and empty entries are found as in the table itself.
 TEST_F(ShortAssertionsTest, SparseNegativeAndEmptyStatements) {
-  collected_[7] = std::make_unique<LineStatements>(LineStatements{
-      {-5, "ZKR_ASSERT_TRUE(neg);"}, {3, ""}, {2000000000, "ZKR_ASSERT_TRUE(far);"}});
-  collected_[8] = std::make_unique<LineStatements>();
-  collected_[9];  // no map at all
+  collected_[7] =
+      LineStatements{{-5, "ZKR_ASSERT_TRUE(neg);"}, {3, ""}, {2000000000, "ZKR_ASSERT_TRUE(far);"}};
+  collected_[8] = LineStatements();  // a file without statements
+  // File 9 is not in the table at all.
   EXPECT_EQ(read("ASSERTION=1,1,1\nASSERTION=7,-5,1\nASSERTION=7,3,1\nASSERTION=7,4,1\n"
                  "ASSERTION=7,2000000000,0\nASSERTION=7,1999999999,1\nASSERTION=8,1,1\n"
                  "ASSERTION=9,1,1\nASSERTION=3,41,1\nASSERTION=3,43,1\n"),
@@ -148,9 +147,8 @@ TEST_F(ShortAssertionsTest, SparseNegativeAndEmptyStatements) {
 }
 
 TEST_F(ShortAssertionsTest, IndexFindsEachStatementWithItsBoundary) {
-  collected_[7] = std::make_unique<LineStatements>(
-      LineStatements{{-5, "ZKR_ASSERT_TRUE(neg);"}, {2000000000, kFinish}});
-  collected_[9];
+  collected_[7] = LineStatements{{-5, "ZKR_ASSERT_TRUE(neg);"}, {2000000000, kFinish}};
+  collected_[9];  // an entry inserted empty
   const StatementIndex index(collected_);
   // "text starts ends" of the statement under the numbers; "none" without one.
   auto found = [&](int32_t file, int32_t line) -> std::string {
@@ -170,61 +168,63 @@ TEST_F(ShortAssertionsTest, IndexFindsEachStatementWithItsBoundary) {
   EXPECT_EQ(found(9, 1), "none");
   EXPECT_EQ(found(2, 1), "none");
   // The statements are those of the table, not copies.
-  EXPECT_EQ(index.find(3, 42)->text, &collected_[3]->at(42));
+  EXPECT_EQ(index.find(3, 42)->text, &collected_[3].at(42));
 }
 
-// The loader: the run's result file and collected statements, read into the
-// run's lists.
-class ShortAssertionsLoaderTest : public ::testing::Test {
+// A kept statement that names "ASSERT_SD" makes its test case a sequence
+// diagram test case, wherever it stands between start and finish.
+TEST_F(ShortAssertionsTest, SequenceDiagramStatementsMarkTheirTestCase) {
+  collected_[4] = LineStatements{{1, R"(ZKR_ASSERT_TRUE("Starting test case");)"},
+                                 {2, R"(ZKR_ASSERT_SD("sd", "m", "step");)"},
+                                 {3, R"(ZKR_ASSERT_TRUE("Finished test case");)"}};
+  read(
+      "ASSERTION=4,1,1\nASSERTION=3,42,1\nASSERTION=4,3,1\n"   // plain records only
+      "ASSERTION=4,1,2\nASSERTION=4,2,1\nASSERTION=4,3,1\n"    // a diagram step
+      "ASSERTION=1,1,3\nASSERTION=4,3,1\n"                     // a diagram start
+      "ASSERTION=4,1,4\nASSERTION=4,3,1\nASSERTION=4,2,1\n");  // a step after the finish
+  // "number:records:sd" of each test case, "sd" 1 when marked.
+  std::string marks;
+  for (const auto& [number, log] : lists_) {
+    marks += std::to_string(number) + ":" + std::to_string(log.records.size()) + ":" +
+             std::to_string(log.sequenceDiagram) + " ";
+  }
+  EXPECT_EQ(marks, "1:3:0 2:3:1 3:2:1 4:2:0 ");
+}
+
+// The reader: a log's lines and the collected statements, read into the test
+// cases the run reports.
+class ShortAssertionsReaderTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    resetRun();
-    fillStatements(run().collectedAssertions);
-  }
-  void TearDown() override { resetRun(); }
+  void SetUp() override { fillStatements(collected_); }
 
-  int read(const std::string& content) {
-    path_ = dir_.write("results.log", content);
-    run().resultFile = path_.c_str();
-    return readShortAssertions();
+  std::string read(LineReader& lines) {
+    return dumpLists(
+        readShortAssertions(lines, StatementIndex(collected_), WantedTestCases::of(settings_)));
   }
 
+  RunTable<LineStatements> collected_;
+  RunSettings settings_;
   test::TempDir dir_;
-  std::string path_;
 };
 
-TEST_F(ShortAssertionsLoaderTest, FillsTheRunsLists) {
-  run().testCaseNames = {{5, "Ctx.Five"}, {6, "Ctx.Six"}};
-  run().testCaseName = "Ctx.Six";
-  ASSERT_EQ(read("ASSERTION=1,1,5\nASSERTION=1,2,1\nASSERTION=1,1,6\nASSERTION=3,42,1\n"), 1);
-  EXPECT_EQ(dumpLists(run().testCaseAssertions),
+TEST_F(ShortAssertionsReaderTest, FillsTheReportedTestCases) {
+  settings_.testCaseNames = {{5, "Ctx.Five"}, {6, "Ctx.Six"}};
+  settings_.testCaseName = "Ctx.Six";
+  const std::string path = dir_.write(
+      "results.log", "ASSERTION=1,1,5\nASSERTION=1,2,1\nASSERTION=1,1,6\nASSERTION=3,42,1\n");
+  LineReader lines(path);
+  ASSERT_TRUE(lines.isOpen());
+  EXPECT_EQ(read(lines),
             "6: [" + std::string(kStart) + "|PASSED|1|1|] [ZKR_ASSERT_TRUE(x);|PASSED|3|42|]\n");
 }
 
-TEST_F(ShortAssertionsLoaderTest, MissingFileOrDirectory) {
-  run().resultFile = "/nonexistent/qendor/results.log";
-  EXPECT_EQ(readShortAssertions(), 0);
-  run().resultFile = nullptr;
-  EXPECT_EQ(readShortAssertions(), 0);
-  run().resultFile = dir_.path().c_str();
-  EXPECT_EQ(readShortAssertions(), 1);
-  EXPECT_EQ(dumpLists(run().testCaseAssertions), "");
-}
-
-TEST_F(ShortAssertionsLoaderTest, LookupFindsWithoutInserting) {
-  run().collectedAssertions[6];  // an entry inserted empty elsewhere
-  std::string statement = "untouched";
-  EXPECT_FALSE(lookupCollectedAssertion(2, 1, statement));
-  EXPECT_FALSE(lookupCollectedAssertion(6, 1, statement));
-  EXPECT_FALSE(lookupCollectedAssertion(3, 41, statement));
-  EXPECT_EQ(statement, "untouched");
-  EXPECT_EQ(run().collectedAssertions.size(), 3u);
-  EXPECT_EQ(run().collectedAssertions.count(2), 0u);
-  EXPECT_EQ(run().collectedAssertions[3]->size(), 1u);
-  EXPECT_TRUE(lookupCollectedAssertion(3, 42, statement));
-  EXPECT_EQ(statement, "ZKR_ASSERT_TRUE(x);");
-  EXPECT_TRUE(lookupCollectedAssertion(1, 2, statement));
-  EXPECT_EQ(statement, kFinish);
+TEST_F(ShortAssertionsReaderTest, MissingFileOrDirectoryReadsNothing) {
+  LineReader missing(std::string("/nonexistent/qendor/results.log"));
+  EXPECT_FALSE(missing.isOpen());
+  EXPECT_EQ(read(missing), "");
+  LineReader directory(dir_.path());
+  EXPECT_TRUE(directory.isOpen());
+  EXPECT_EQ(read(directory), "");
 }
 
 }  // namespace

@@ -34,11 +34,16 @@ TEST(Status, ValuesOutsideTheEnumerationReadAsUndefined) {
 // The exit statuses of the command line's table.
 TEST(Status, ExitCodes) {
   const std::pair<ExitStatus, int> cases[] = {
-      {ExitStatus::kPassed, 0},           {ExitStatus::kFailed, 10},
-      {ExitStatus::kError, 11},           {ExitStatus::kUndefined, 12},
-      {ExitStatus::kNotTerminated, 13},   {ExitStatus::kUsage, 20},
-      {ExitStatus::kInfoFileUnread, 21},  {ExitStatus::kTestCaseNotFound, 22},
-      {ExitStatus::kResultFileUnread, 24}, {ExitStatus::kNotWritten, 25},
+      {ExitStatus::kPassed, 0},
+      {ExitStatus::kFailed, 10},
+      {ExitStatus::kError, 11},
+      {ExitStatus::kUndefined, 12},
+      {ExitStatus::kNotTerminated, 13},
+      {ExitStatus::kUsage, 20},
+      {ExitStatus::kInfoFileUnread, 21},
+      {ExitStatus::kTestCaseNotFound, 22},
+      {ExitStatus::kResultFileUnread, 24},
+      {ExitStatus::kNotWritten, 25},
       {ExitStatus::kUnexpectedError, 30},
   };
   for (const auto& [status, code] : cases) EXPECT_EQ(exitCode(status), code);

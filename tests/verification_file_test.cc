@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include "base/line_reader.h"
-#include "base/run_settings.h"
 #include "tests/test_support.h"
 
 namespace qendor {
@@ -149,94 +147,72 @@ TEST(VerificationFile, ParsedText) {
   for (const Case& c : kCases) EXPECT_EQ(parsed(c.text), c.dump) << c.name;
 }
 
-// The loader: the test case's file in the output directory, filed in the
-// run tables.
+// The loader: the test case's file in the output directory.
 class VerificationFileLoaderTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    resetRun();
-    out_ = dir_.path();
-    run().outDirectory = out_.c_str();
-    run().testCaseNames[1] = "Lib::Pkg.Ctx.CaseOne";
-  }
-  void TearDown() override { resetRun(); }
+  void SetUp() override { out_ = dir_.path(); }
 
-  VerificationKind read(const std::string& content) {
+  // Writes the test case's file and reads it back.
+  Verification read(const std::string& content) {
     dir_.write("CaseOne.ver", content);
-    return readVerificationFile(1);
-  }
-  // What the tables hold for test case 1, dumped as a parsed file is.
-  static std::string tables() {
-    Verification held;
-    held.kind = VerificationKind::kNoKind;
-    const auto lines = run().sequenceLines.find(1);
-    if (lines != run().sequenceLines.end() && lines->second)
-      held.sequenceLines = std::make_unique<SequenceLines>(*lines->second);
-    const auto chart = run().chartSteps.find(1);
-    if (chart != run().chartSteps.end() && chart->second) {
-      held.chart = std::make_unique<ChartList>();
-      for (const auto& r : chart->second->records)
-        held.chart->add(std::make_unique<ChartRecord>(*r));
-    }
-    return dumpVerification(held);
+    return readVerificationFile(out_.c_str(), kName);
   }
 
+  static constexpr const char* kName = "Lib::Pkg.Ctx.CaseOne";
   test::TempDir dir_;
   std::string out_;
 };
 
-TEST_F(VerificationFileLoaderTest, FilesLinesAndChartInTheRunTables) {
-  EXPECT_EQ(read("SD_TEST\nA\n"), VerificationKind::kSdTest);
-  EXPECT_EQ(tables(), "no kind\nlines: \"A\"");
-  EXPECT_EQ(read("FLOWCHART_TEST\nSTATE_NAME:\nS\n"), VerificationKind::kFlowchartTest);
-  EXPECT_EQ(tables(), "no kind\nlines: \"A\"\nchart:\n  |S||||||||[]|||");
+TEST_F(VerificationFileLoaderTest, ReturnsTheFilesLinesAndChart) {
+  EXPECT_EQ(dumpVerification(read("SD_TEST\nA\n")), "sd\nlines: \"A\"");
+  EXPECT_EQ(dumpVerification(read("FLOWCHART_TEST\nSTATE_NAME:\nS\n")),
+            "flowchart\nchart:\n  |S||||||||[]|||");
 }
 
-TEST_F(VerificationFileLoaderTest, MissingFileGivesMinusOneAndStoresNothing) {
-  EXPECT_EQ(readVerificationFile(1), VerificationKind::kNoVerificationFile);
+TEST_F(VerificationFileLoaderTest, MissingFileGivesMinusOneAndNothingElse) {
+  const Verification missing = readVerificationFile(out_.c_str(), kName);
+  EXPECT_EQ(missing.kind, VerificationKind::kNoVerificationFile);
   EXPECT_EQ(static_cast<int>(VerificationKind::kNoVerificationFile), -1);
-  EXPECT_EQ(run().sequenceLines.count(1), 0u);
-  EXPECT_EQ(run().chartSteps.count(1), 0u);
+  EXPECT_EQ(missing.sequenceLines, nullptr);
+  EXPECT_EQ(missing.chart, nullptr);
 }
 
 TEST_F(VerificationFileLoaderTest, EmptyReadableFileGivesZero) {
-  EXPECT_EQ(read(""), VerificationKind::kNoKind);
+  EXPECT_EQ(read("").kind, VerificationKind::kNoKind);
 }
 
-TEST_F(VerificationFileLoaderTest, CodeTestOnlyGivesFourAndStoresNothing) {
-  EXPECT_EQ(read("CODE_TEST\n"), VerificationKind::kCodeTest);
+TEST_F(VerificationFileLoaderTest, CodeTestOnlyGivesFourAndNothingElse) {
+  const Verification code = read("CODE_TEST\n");
+  EXPECT_EQ(code.kind, VerificationKind::kCodeTest);
   EXPECT_EQ(static_cast<int>(VerificationKind::kCodeTest), 4);
-  EXPECT_EQ(run().sequenceLines.count(1), 0u);
-  EXPECT_EQ(run().chartSteps.count(1), 0u);
+  EXPECT_EQ(code.sequenceLines, nullptr);
+  EXPECT_EQ(code.chart, nullptr);
 }
 
-TEST_F(VerificationFileLoaderTest, ValuesWithoutChartStoreNoChart) {
-  EXPECT_EQ(read("GUID:\ng0\nSTATE_NAME:\nA\nSTATE_TYPE:\nDiagram\n"), VerificationKind::kNoKind);
-  EXPECT_EQ(run().chartSteps.count(1), 0u);
+TEST_F(VerificationFileLoaderTest, ValuesWithoutChartGiveNoChart) {
+  const Verification values = read("GUID:\ng0\nSTATE_NAME:\nA\nSTATE_TYPE:\nDiagram\n");
+  EXPECT_EQ(values.kind, VerificationKind::kNoKind);
+  EXPECT_EQ(values.chart, nullptr);
 }
 
 TEST_F(VerificationFileLoaderTest, FileNameComesFromOutDirectoryAndBaseNameThroughNormaliser) {
   // The directory is written with a backslash and quotes; both are normalised.
   dir_.write("sub/CaseOne.ver", "CODE_TEST\n");
   std::string quoted = "\"" + out_ + "\\sub\"";
-  run().outDirectory = quoted.c_str();
-  EXPECT_EQ(readVerificationFile(1), VerificationKind::kCodeTest);
+  EXPECT_EQ(readVerificationFile(quoted.c_str(), kName).kind, VerificationKind::kCodeTest);
 }
 
-TEST_F(VerificationFileLoaderTest, UnknownTestCaseNumberReadsDotVerAndInsertsAnEmptyName) {
+// A test case the info file does not name has the empty name.
+TEST_F(VerificationFileLoaderTest, EmptyNameReadsDotVer) {
   dir_.write(".ver", "STATECHART_TEST\n");
-  EXPECT_EQ(readVerificationFile(7), VerificationKind::kStatechartTest);
-  ASSERT_EQ(run().testCaseNames.count(7), 1u);
-  EXPECT_EQ(run().testCaseNames[7], "");
+  EXPECT_EQ(readVerificationFile(out_.c_str(), "").kind, VerificationKind::kStatechartTest);
 }
 
-TEST_F(VerificationFileLoaderTest, SecondReadReplacesTheStoredLists) {
-  EXPECT_EQ(read("SD_TEST\nA\n"), VerificationKind::kSdTest);
-  EXPECT_EQ(read("SD_TEST\nB\nC\n"), VerificationKind::kSdTest);
-  EXPECT_EQ(tables(), "no kind\nlines: \"B\" \"C\"");
-  EXPECT_EQ(read("FLOWCHART_TEST\nSTATE_NAME:\nA\n"), VerificationKind::kFlowchartTest);
-  EXPECT_EQ(read("FLOWCHART_TEST\n"), VerificationKind::kFlowchartTest);
-  EXPECT_EQ(tables(), "no kind\nlines: \"B\" \"C\"\nchart:");
+TEST_F(VerificationFileLoaderTest, EachReadGivesWhatItsFileHoldsNow) {
+  EXPECT_EQ(read("SD_TEST\nA\n").kind, VerificationKind::kSdTest);
+  EXPECT_EQ(dumpVerification(read("SD_TEST\nB\nC\n")), "sd\nlines: \"B\" \"C\"");
+  EXPECT_EQ(read("FLOWCHART_TEST\nSTATE_NAME:\nA\n").kind, VerificationKind::kFlowchartTest);
+  EXPECT_EQ(dumpVerification(read("FLOWCHART_TEST\n")), "flowchart\nchart:");
 }
 
 }  // namespace
