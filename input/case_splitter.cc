@@ -22,21 +22,8 @@ bool messageOf(std::string_view statement, std::string_view& message) {
 
 }  // namespace
 
-// The message is a piece of the statement, so a statement without the phrase
-// cannot hold it in its message: most records are settled without parsing.
-bool isTestCaseStart(std::string_view statement) {
-  std::string_view message;
-  return contains(statement, kStartPhrase) && messageOf(statement, message) &&
-         contains(message, kStartPhrase);
-}
-
-bool isTestCaseEnd(std::string_view statement) {
-  std::string_view message;
-  return contains(statement, kFinishPhrase) && messageOf(statement, message) &&
-         contains(message, kFinishPhrase);
-}
-
-// Both phrases end in " test case"; one parse answers both questions.
+// Both phrases end in " test case", and the message is a piece of the
+// statement: a statement without it, as most are, is settled without parsing.
 RecordBoundary recordBoundary(std::string_view statement) {
   std::string_view message;
   if (!contains(statement, " test case") || !messageOf(statement, message)) return {};

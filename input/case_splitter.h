@@ -19,13 +19,8 @@ struct RecordBoundary {
   bool ends = false;    // a finish assertion
 };
 
-// True when `statement` is an assertion whose message holds
-// "Starting test case", respectively "Finished test case".
-bool isTestCaseStart(std::string_view statement);
-bool isTestCaseEnd(std::string_view statement);
-
-// Both of the above at once; a statement without " test case", as most
-// are, is told in one search.
+// Whether `statement` is an assertion whose message holds "Starting test
+// case", and whether one whose message holds "Finished test case".
 RecordBoundary recordBoundary(std::string_view statement);
 
 // The test case numbers whose records a report of this run reads: the first

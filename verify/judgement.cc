@@ -43,6 +43,9 @@ class Judgement {
     if (log->sequenceDiagram) verdict_.type = TestType::kSequenceDiagram;
     const bool sequence = verdict_.type == TestType::kSequenceDiagram;
     AssertionEntries entries(log->records, sequence);
+    // Every record but the finish assertion is an entry, as a rule: one
+    // allocation holds them, and a context of many test cases keeps no gaps.
+    verdict_.entries.reserve(log->records.size());
     while (entries.next()) {
       AssertionEntry& entry = verdict_.entries.emplace_back(entries.entry());
       const bool goOn = sequence ? sequenceEntry(entry) : chartEntry(entry);
@@ -237,7 +240,10 @@ class Judgement {
   TestCaseVerdict conclude() {
     if (diagnosis_ && diagnosis_->kind != Diagnosis::Kind::kNone) verdict_.diagnosis = diagnosis_;
     verdict_.status = status_;
-    verdict_.entries.shrink_to_fit();
+    // A walk that ended early gives back what it did not use.
+    if (verdict_.entries.capacity() > 2 * verdict_.entries.size() + 16) {
+      verdict_.entries.shrink_to_fit();
+    }
     verdict_.folded = status_;
     if (outcome_ == Outcome::kBelowFullCoverage || (notTerminated_ && !userExit_)) {
       verdict_.verification = VerificationResult::kNotTerminated;
