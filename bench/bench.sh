@@ -6,7 +6,8 @@
 #   sh bench/bench.sh BUILD_DIR
 #
 # QENDOR_BENCH_RECORDS (default 10000000) sets the records of the input logs;
-# the other cases have fixed sizes.
+# the other cases have fixed sizes. QENDOR_BENCH_BEFORE, the path of an earlier
+# build's program, adds the rows that compare the context's own work with it.
 set -eu
 
 build=$(cd "${1:-build}" && pwd)
@@ -159,6 +160,22 @@ note "machine: xsltproc in two streams vs serial (s)" "$(seconds "$two")" "$(sec
 tuned=$(median_of "$work/tuned.txt")
 note "machine: xsltproc with huge pages vs without (s)" "$(seconds "$tuned")" "$(seconds "$xslt")" \
   "$(ratio "$(seconds "$tuned")" "$(seconds "$xslt")")"
+# With QENDOR_BENCH_BEFORE naming an earlier build's program, the same
+# context's own work with both programs, in turns: what a change did to it.
+if [ -n "${QENDOR_BENCH_BEFORE:-}" ]; then
+  echo "bench: the context's own work against $QENDOR_BENCH_BEFORE" >&2
+  cp -r "$work/ctx" "$work/ctx-before"
+  for round in 1 2 3 4 5; do
+    measure_into "$work/own-now.txt" sh -c "$(run_context "$nopath") 2>/dev/null"
+    measure_into "$work/own-before.txt" sh -c "cd '$work/ctx-before' && PATH='$nopath' exec '$QENDOR_BENCH_BEFORE' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx 2>/dev/null"
+  done
+  now=$(median_of "$work/own-now.txt")
+  before=$(median_of "$work/own-before.txt")
+  row "context 1000x100 own work (s) vs earlier build" "$(seconds "$now")" "$(seconds "$before")" \
+    "$(ratio "$(seconds "$now")" "$(seconds "$before")")" 1.1
+  note "context 1000x100 peak (MB) vs earlier build" "$(($(kilobytes "$now") / 1024))" \
+    "$(($(kilobytes "$before") / 1024))" "$(ratio "$(kilobytes "$now")" "$(kilobytes "$before")")"
+fi
 echo "bench: a context against its test cases one by one" >&2
 # A context run judges each test case once and writes its document and the
 # context's; the test cases reported one run each cost at least as much.

@@ -46,6 +46,14 @@ SourcePath splitSourcePath(std::string_view path) {
   return SourcePath{path.substr(0, slash), path.substr(slash + 1)};
 }
 
+// Where an entry's assertion stands in the sources.
+void setSourceAttributes(xmlNode* info, const AssertionRecord& record, const SourcePath& source) {
+  setAttribute(info, "dir", source.dir);
+  setAttribute(info, "filename", source.filename);
+  setAttribute(info, "fnr", record.fileNumber);
+  setAttribute(info, "lnr", record.lineNumber);
+}
+
 // The attributes of a sequence diagram test case's entry.
 void writeSdEntry(xmlNode* info, const AssertionEntry& entry, const SourcePath& source) {
   const AssertionRecord& record = *entry.record;
@@ -56,10 +64,7 @@ void writeSdEntry(xmlNode* info, const AssertionEntry& entry, const SourcePath& 
   setAttribute(info, "usermsg", entry.userMessage);
   setAttribute(info, "inr", entry.inr);
   setAttribute(info, "onr", entry.onr);
-  setAttribute(info, "dir", source.dir);
-  setAttribute(info, "filename", source.filename);
-  setAttribute(info, "fnr", record.fileNumber);
-  setAttribute(info, "lnr", record.lineNumber);
+  setSourceAttributes(info, record, source);
   if (!entry.arbiterKind.empty()) setAttribute(info, "arbiterAssert", entry.arbiterKind);
 }
 
@@ -68,10 +73,7 @@ void writeCodeEntry(xmlNode* info, const AssertionEntry& entry, const SourcePath
   const AssertionRecord& record = *entry.record;
   setAttribute(info, "name", entry.message);
   setAttribute(info, "status", statusText(record.status));
-  setAttribute(info, "dir", source.dir);
-  setAttribute(info, "filename", source.filename);
-  setAttribute(info, "fnr", record.fileNumber);
-  setAttribute(info, "lnr", record.lineNumber);
+  setSourceAttributes(info, record, source);
 }
 
 // One "AssertionInfo" element per entry the verdict lists.

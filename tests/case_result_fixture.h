@@ -96,4 +96,23 @@ class TestCaseResultTest : public ::testing::Test {
 };
 
 }  // namespace test
+
+namespace {
+using test::caseHead;
+using test::codeInfo;
+using test::flowchart;
+using test::kCodeFinish;
+using test::kCodeStart;
+using test::kFourSteps;
+using test::kSdFinish;
+using test::kSdStart;
+using test::kSdStartInfo;
+using test::kStatechart;
+using test::record;
+using test::sdInfo;
+using test::sdStep;
+using test::sdStepInfo;
+using test::sdSummary;
+}  // namespace
+
 }  // namespace qendor

@@ -12,19 +12,6 @@
 namespace qendor {
 namespace {
 
-using test::caseHead;
-using test::codeInfo;
-using test::kCodeFinish;
-using test::kCodeStart;
-using test::kFourSteps;
-using test::kSdFinish;
-using test::kSdStart;
-using test::kSdStartInfo;
-using test::record;
-using test::sdInfo;
-using test::sdStep;
-using test::sdStepInfo;
-using test::sdSummary;
 using TestCaseResultTest = test::TestCaseResultTest;
 
 // ---- SD tests ----

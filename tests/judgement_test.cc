@@ -77,16 +77,10 @@ std::string judged(const std::optional<AssertionList>& records, const char* ver)
   return dumpVerdict(judgeTestCase(log ? &*log : nullptr, modelOf(ver)));
 }
 
+// "-" not judged, "accepted", "rejected".
 std::string_view stepName(StepResult step) {
-  switch (step) {
-    case StepResult::kNotJudged:
-      return "-";
-    case StepResult::kAccepted:
-      return "accepted";
-    case StepResult::kRejected:
-      return "rejected";
-  }
-  return "?";
+  constexpr std::string_view kNames[] = {"-", "accepted", "rejected"};
+  return kNames[static_cast<size_t>(step)];
 }
 
 // The entries of a verdict, one line each: the macro parts, the marked

@@ -42,6 +42,14 @@ const char kEnvironment[] =
     "<ConfigurationInfo projectName=\"Shop\" componentName=\"Cart\" "
     "configurationName=\"Debug\"/>";
 
+// The root and header of the context document of Pkg.Ctx.
+std::string contextHead() {
+  return std::string(
+             "<TestResult kind=\"rk_testcontext\"><ResultHeader name=\"Pkg.Ctx\" "
+             "fullname=\"Pkg.Ctx\">") +
+         kEnvironment + "</ResultHeader>";
+}
+
 std::string caseResult(const std::string& name, const std::string& fullName,
                        const std::string& status, const std::string& verification,
                        const std::string& body) {
@@ -233,9 +241,7 @@ TEST_F(ResultDocumentTest, ContextWithAnErrorFails) {
   run().testContextName = "Pkg.Ctx";
   int code = -1;
   EXPECT_EQ(contextDump(code),
-            std::string("<TestResult kind=\"rk_testcontext\"><ResultHeader name=\"Pkg.Ctx\" "
-                        "fullname=\"Pkg.Ctx\">") +
-                kEnvironment + "</ResultHeader><TestContextResult status=\"FAILED\">" +
+            contextHead() + "<TestContextResult status=\"FAILED\">" +
                 caseResult("First", "Pkg.Ctx.First", "PASSED", "Result verification switched off",
                            kPassedBody) +
                 caseResult("Second", "Pkg.Ctx.Second", "ERROR", "Result verification switched off",
@@ -283,10 +289,7 @@ TEST_F(ResultDocumentTest, ContextWithoutMembers) {
   run().testContextName = "Pkg.Ctx";
   int code = -1;
   EXPECT_EQ(contextDump(code),
-            std::string("<TestResult kind=\"rk_testcontext\"><ResultHeader name=\"Pkg.Ctx\" "
-                        "fullname=\"Pkg.Ctx\">") +
-                kEnvironment +
-                "</ResultHeader><TestContextResult status=\"UNDEFINED\"/></TestResult>");
+            contextHead() + "<TestContextResult status=\"UNDEFINED\"/></TestResult>");
   EXPECT_EQ(code, 12);
 }
 
