@@ -12,9 +12,9 @@
 #include "base/run_settings.h"
 #include "report/file_output.h"
 #include "report/history_file.h"
-#include "report/html_report.h"
 #include "report/result_document.h"
 #include "report/xml_node.h"
+#include "report/xml_save.h"
 
 namespace qendor {
 
@@ -85,7 +85,7 @@ std::unique_ptr<HistoryFile> readHistory(const char* kind, const std::string& fu
 }  // namespace
 
 int writeReport(const std::string& fullName, int32_t number) {
-  HtmlRenders renders(1);
+  HtmlRenders renders(1, run().htmlRenderer);
   TestCaseVerdicts judged;
   return writeReport(fullName, number, renders, judged);
 }
@@ -133,13 +133,7 @@ int writeReport(const std::string& fullName, int32_t number, HtmlRenders& render
   }
   if (!saved) return loseReport(renders, xmlPath, htmlPath, error);
 
-  if (!renderHtml(xmlPath, htmlPath, renders)) {
-    renders.waitForPath(normalisePathCopy(htmlPath.c_str()));
-    std::printf("HTML report <%s> could not be created correctly.", htmlPath.c_str());
-    std::remove(xmlPath.c_str());
-    std::remove(htmlPath.c_str());
-    resultCode = 25;
-  }
+  renders.start(xmlPath, htmlPath);
   return resultCode;
 }
 
@@ -152,7 +146,7 @@ int runReports(size_t renderSlots) {
   // Each xsltproc goes on while the next document is built. All are finished
   // before the tables go and before this returns, an unexpected error
   // included (the destructor).
-  HtmlRenders renders(renderSlots);
+  HtmlRenders renders(renderSlots, r.htmlRenderer);
   TestCaseVerdicts judged;
   History earlier;
   std::unique_ptr<HistoryFile> history;

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "report/html_report.h"
+#include "report/xml_save.h"
 #include "report/xml_node.h"
 #include "tests/test_support.h"
 

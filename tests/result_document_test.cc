@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "base/run_settings.h"
-#include "report/html_report.h"
+#include "report/xml_save.h"
 #include "report/xml_node.h"
 #include "tests/test_support.h"
 
