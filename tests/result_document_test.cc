@@ -14,8 +14,8 @@
 #include <utility>
 
 #include "base/run_settings.h"
-#include "report/xml_save.h"
 #include "report/xml_node.h"
+#include "report/xml_save.h"
 #include "tests/test_support.h"
 
 namespace qendor {
