@@ -185,6 +185,10 @@ int runReports(size_t renderSlots) {
       thisRun.status = foldContextStatus(thisRun.status, entry.status);
     }
   }
+  // The renders still going on need neither the tables nor the verdicts:
+  // their memory is the renders' while they finish.
+  releaseRunTables();
+  judged.clear();
   renders.finishAll();
   if (!ownHtml.empty() && renders.unwritten(normalisePathCopy(ownHtml.c_str()))) result = 25;
   // The run joins the history once its documents are written.
@@ -192,7 +196,6 @@ int runReports(size_t renderSlots) {
     thisRun.time = historyTimeText();
     history->add(std::move(thisRun));
   }
-  releaseRunTables();
   return result;
 }
 

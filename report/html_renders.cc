@@ -1,5 +1,6 @@
 #include "report/html_renders.h"
 
+#include <malloc.h>
 #include <sched.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -94,6 +95,9 @@ void HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath)
 }
 
 void HtmlRenders::finishAll() {
+  // What building the documents freed goes back to the system while the
+  // last renders, a context's the largest, run in threads of their own.
+  if (workers_ && !running_.empty()) malloc_trim(0);
   finishThrough(firstSerial_ + static_cast<int64_t>(queue_.size()) - 1);
 }
 
