@@ -120,7 +120,12 @@ void HtmlRenders::finishThrough(int64_t serial) {
 
 void HtmlRenders::launchWaiting(int64_t through) {
   while (running_.size() < slots_) {
-    while (!waiting_.empty() && !at(-waiting_.top().second).waiting) waiting_.pop();
+    // Entries of renders launched out of this order, reported since or not,
+    // are dropped as they come up.
+    while (!waiting_.empty() &&
+           (-waiting_.top().second < firstSerial_ || !at(-waiting_.top().second).waiting)) {
+      waiting_.pop();
+    }
     if (waiting_.empty()) return;
     const int64_t largest = -waiting_.top().second;
     int64_t serial = largest;
