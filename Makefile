@@ -55,14 +55,15 @@ sanitize: setup
 	@cd $(SANITIZE_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
 	  ctest --output-on-failure -j $(JOBS)
 
-# The tests under ThreadSanitizer: the builtin renderer's threads over every
-# test, the end-to-end runs and a context of a thousand test cases. A report
+# The tests under ThreadSanitizer (not the browser tests, whose runs start no
+# thread): the builtin renderer's threads over every test, the end-to-end
+# runs and a context of a thousand test cases. A report
 # ends the program that finds it with status 66, which fails its test.
 tsan: setup
 	@cmake -S . -B $(TSAN_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQENDOR_TSAN=ON >/dev/null
 	@cmake --build $(TSAN_BUILD) -j $(JOBS)
 	@cd $(TSAN_BUILD) && TSAN_OPTIONS="halt_on_error=1 exitcode=66 second_deadlock_stack=1" \
-	  ctest --output-on-failure -j $(JOBS)
+	  ctest --output-on-failure -j $(JOBS) -E '^browser'
 
 format:
 	@clang-format -i base/*.h base/*.cc app/*.h app/*.cc input/*.h input/*.cc verify/*.h verify/*.cc \

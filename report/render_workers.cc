@@ -10,18 +10,17 @@ RenderWorkers::RenderWorkers(size_t threads) {
 
 RenderWorkers::~RenderWorkers() {
   {
+    // Told under the lock, as every change the threads wait for.
     std::lock_guard<std::mutex> lock(mutex_);
     ending_ = true;
+    handed_.notify_all();
   }
-  handed_.notify_all();
   for (std::thread& thread : threads_) thread.join();
 }
 
 void RenderWorkers::hand(int64_t serial, Task task) {
-  {
-    std::lock_guard<std::mutex> lock(mutex_);
-    tasks_.emplace_back(serial, std::move(task));
-  }
+  std::lock_guard<std::mutex> lock(mutex_);
+  tasks_.emplace_back(serial, std::move(task));
   handed_.notify_one();
 }
 
