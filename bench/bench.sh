@@ -59,6 +59,10 @@ note() {
   printf '| %-44s | %10s | %10s | %6s | %6s | %-4s |\n' "$1" "$2" "$3" "$4" "" ""
 }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", (b > 0) ? a / b : 0 }'; }
+# A row of the seconds of two medians: figure, measured, baseline, target.
+seconds_row() {
+  row "$1" "$(seconds "$2")" "$(seconds "$3")" "$(ratio "$(seconds "$2")" "$(seconds "$3")")" "$4"
+}
 
 echo "bench: generating into $work" >&2
 "$generate" "$work/full" --cases $cases --records $per_case --first-records 10 \
@@ -183,14 +187,10 @@ done
 builtin24=$(median_of "$work/builtin24.txt")
 xslt24=$(median_of "$work/xslt24.txt")
 own24=$(median_of "$work/own24.txt")
-row "context 1000x24, builtin vs xsltproc (s)" "$(seconds "$builtin24")" "$(seconds "$xslt24")" \
-  "$(ratio "$(seconds "$builtin24")" "$(seconds "$xslt24")")" 0.25
-row "context 1000x24, builtin vs own work (s)" "$(seconds "$builtin24")" "$(seconds "$own24")" \
-  "$(ratio "$(seconds "$builtin24")" "$(seconds "$own24")")" 1.6
-builtin1=$(median_of "$work/builtin1.txt")
-xslt1=$(median_of "$work/xslt1.txt")
-row "small -tcase, builtin vs xsltproc (s)" "$(seconds "$builtin1")" "$(seconds "$xslt1")" \
-  "$(ratio "$(seconds "$builtin1")" "$(seconds "$xslt1")")" 0.5
+seconds_row "context 1000x24, builtin vs xsltproc (s)" "$builtin24" "$xslt24" 0.25
+seconds_row "context 1000x24, builtin vs own work (s)" "$builtin24" "$own24" 1.6
+seconds_row "small -tcase, builtin vs xsltproc (s)" "$(median_of "$work/builtin1.txt")" \
+  "$(median_of "$work/xslt1.txt")" 0.5
 # Memory: the context of 4,000 test cases, whose own report is the largest
 # document. The builtin run's peak, everything included, against the peak of
 # the xsltproc child that renders that report in a default run.

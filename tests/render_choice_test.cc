@@ -152,9 +152,9 @@ TEST(RenderChoice, UnknownRendererIsTheDefault) {
 
 // The program beside a stylesheet of the test's making, and a context run
 // of the shop scenario with each renderer.
-class BrokenRender : public ::testing::Test {
- protected:
-  void SetUp() override {
+class RunPair {
+ public:
+  RunPair() {
     for (Workplace* place : {&builtin_, &xsltproc_}) {
       fs::copy_file(QENDOR_BINARY, place->file("qendor"));
       for (const auto& entry : fs::directory_iterator(QENDOR_BINARY_DIR)) {
@@ -170,6 +170,9 @@ class BrokenRender : public ::testing::Test {
       if (text) std::ofstream(place->file("TestResult2ENU.xslt")) << text;
     }
   }
+  void folder(const std::string& name) {
+    for (Workplace* place : {&builtin_, &xsltproc_}) fs::create_directories(place->file(name));
+  }
   // Runs both; expects the same status, output and files, and returns the
   // status.
   int runBoth(const std::string& label) {
@@ -184,53 +187,54 @@ class BrokenRender : public ::testing::Test {
     builtinErr_ = b.err;
     return b.status;
   }
+  const std::string& builtinErr() const { return builtinErr_; }
+  std::vector<std::string> builtinFiles() const { return test::filesIn(builtin_.file("out")); }
 
+ private:
   Workplace builtin_{kScenarios[2]};
   Workplace xsltproc_{kScenarios[2]};
   std::string builtinErr_;
 };
 
-const char kSheetStart[] =
-    "<xsl:stylesheet version=\"1.0\" xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">"
-    "<xsl:template match=\"/\">";
-
-TEST_F(BrokenRender, MissingStylesheet) {
-  stylesheet(nullptr);
-  EXPECT_EQ(runBoth("missing"), 10);
-  EXPECT_EQ(test::filesIn(builtin_.file("out")).size(), 10u);  // the XML and .ver files
-  // One line for each of the six reports.
-  EXPECT_EQ(std::count(builtinErr_.begin(), builtinErr_.end(), '\n'), 6) << builtinErr_;
+// A stylesheet whose root template holds `body`.
+std::string rootTemplate(const std::string& body) {
+  return "<xsl:stylesheet version=\"1.0\" xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">"
+         "<xsl:template match=\"/\">" +
+         body + "</xsl:template></xsl:stylesheet>";
 }
 
-TEST_F(BrokenRender, StylesheetThatIsNoXml) {
-  stylesheet(kSheetStart);
-  EXPECT_EQ(runBoth("not XML"), 10);
-  EXPECT_FALSE(test::fileExists(builtin_.file("out/Ctx.html")));
+// A stylesheet missing, not XML, or not XSLT that compiles: no page, one
+// line for each report, the verdict as it is.
+TEST(BrokenRender, UnusableStylesheet) {
+  const std::string noXml = rootTemplate("").substr(0, 40);
+  const std::string notCompiled = rootTemplate("<xsl:value-of select=\"1 div\"/>");
+  const char* const sheets[] = {nullptr, noXml.c_str(), notCompiled.c_str()};
+  for (const char* sheet : sheets) {
+    const std::string label = sheet ? sheet : "missing";
+    RunPair pair;
+    pair.stylesheet(sheet);
+    EXPECT_EQ(pair.runBoth(label), 10);
+    // The XML and .ver files only.
+    EXPECT_EQ(pair.builtinFiles().size(), 10u) << label;
+    const std::string& err = pair.builtinErr();
+    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 6) << label << err;
+  }
 }
 
-TEST_F(BrokenRender, StylesheetThatDoesNotCompile) {
-  stylesheet((std::string(kSheetStart) +
-              "<xsl:value-of select=\"1 div\"/></xsl:template></xsl:stylesheet>")
-                 .c_str());
-  EXPECT_EQ(runBoth("not compiled"), 10);
-  EXPECT_FALSE(test::fileExists(builtin_.file("out/Ctx.html")));
-}
-
-TEST_F(BrokenRender, TransformationThatFailsLosesTheReport) {
-  stylesheet((std::string(kSheetStart) +
-              "<xsl:message terminate=\"yes\">stop</xsl:message></xsl:template></xsl:stylesheet>")
-                 .c_str());
-  EXPECT_EQ(runBoth("terminated"), 25);
-  EXPECT_EQ(builtinErr_.substr(builtinErr_.rfind("qendor: ")),
+TEST(BrokenRender, TransformationThatFailsLosesTheReport) {
+  RunPair pair;
+  pair.stylesheet(rootTemplate("<xsl:message terminate=\"yes\">stop</xsl:message>").c_str());
+  EXPECT_EQ(pair.runBoth("terminated"), 25);
+  const std::string& err = pair.builtinErr();
+  EXPECT_EQ(err.substr(err.rfind("qendor: ")),
             "qendor: out/Ctx.html: the transformation failed: stop\n");
 }
 
-TEST_F(BrokenRender, FolderInTheHtmlReportsPlace) {
-  for (const Workplace* place : {&builtin_, &xsltproc_}) {
-    fs::create_directories(place->file("out/Ctx.html"));
-  }
-  EXPECT_EQ(runBoth("folder"), 25);
-  EXPECT_EQ(builtinErr_, "qendor: out/Ctx.html: Is a directory\n");
+TEST(BrokenRender, FolderInTheHtmlReportsPlace) {
+  RunPair pair;
+  pair.folder("out/Ctx.html");
+  EXPECT_EQ(pair.runBoth("folder"), 25);
+  EXPECT_EQ(pair.builtinErr(), "qendor: out/Ctx.html: Is a directory\n");
 }
 
 }  // namespace
