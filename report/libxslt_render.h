@@ -4,11 +4,11 @@
 // xsltproc writes with the same stylesheet and document.
 #pragma once
 
+#include <libxslt/xsltInternals.h>
+
 #include <string>
 
 #include "report/render_outcome.h"
-
-typedef struct _xsltStylesheet xsltStylesheet;
 
 namespace qendor {
 
