@@ -46,6 +46,12 @@ void setLanguage(const char* value) {
   }
 }
 
+// "xsltproc" or "builtin"; any other value leaves the renderer as it is.
+void setRenderer(const char* value) {
+  if (std::strcmp(value, "xsltproc") == 0) run().htmlRenderer = HtmlRenderer::kXsltproc;
+  if (std::strcmp(value, "builtin") == 0) run().htmlRenderer = HtmlRenderer::kBuiltin;
+}
+
 }  // namespace
 
 bool parseCommandLine(int argc, char** argv) {
@@ -71,6 +77,8 @@ bool parseCommandLine(int argc, char** argv) {
         if (value) r.testCaseName = value;
       } else if (std::strcmp(option, "-language") == 0) {
         if (value) setLanguage(value);
+      } else if (std::strcmp(option, "-render") == 0) {
+        if (value) setRenderer(value);
       } else if (std::strcmp(option, "-history") == 0) {
         if (value) r.historyDirectory = value;
       } else if (std::strcmp(option, "-explain") == 0) {

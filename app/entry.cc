@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 #include <optional>
+#include <utility>
 
 #include "app/command_line.h"
 #include "app/report_driver.h"
@@ -10,7 +11,7 @@
 #include "base/status.h"
 #include "input/info_file.h"
 #include "input/result_file.h"
-#include "report/html_report.h"
+#include "report/html_renders.h"
 
 namespace qendor {
 
@@ -30,7 +31,8 @@ ExitStatus runStages(int argc, char** argv) {
     std::printf("resultfile <%s> could not be read correctly.\n", run().resultFile);
   }
   // The reports are written from whatever the result file reader read.
-  const ExitStatus status = runReports(run(), logs ? *logs : TestCaseLogs(), renderSlots());
+  const ExitStatus status =
+      runReports(run(), logs ? std::move(*logs) : TestCaseLogs(), renderSlots());
   return logs ? status : ExitStatus::kResultFileUnread;
 }
 

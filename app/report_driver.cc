@@ -15,7 +15,7 @@
 #include "report/history.h"
 #include "report/history_file.h"
 #include "report/html_renders.h"
-#include "report/html_report.h"
+#include "report/xml_save.h"
 #include "report/result_document.h"
 #include "verify/verdicts.h"
 
@@ -148,16 +148,17 @@ ExitStatus writeReport(ReportRun& run, const std::string& fullName, ReportKind k
     throw;
   }
   if (!saved) return loseReport(renders, xmlPath, htmlPath, error);
-  renderHtml(xmlPath, htmlPath, renders);
+  renders.start(xmlPath, htmlPath);
   return status;
 }
 
 }  // namespace
 
-ExitStatus runReports(const RunSettings& settings, const TestCaseLogs& logs, size_t renderSlots) {
+ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t renderSlots) {
   // Each render goes on while the next document is built. All are finished
   // before this returns, an unexpected error included (the destructor).
-  ReportRun run{settings, RunVerdicts(settings, logs), HtmlRenders(renderSlots)};
+  ReportRun run{settings, RunVerdicts(settings, logs),
+                HtmlRenders(renderSlots, settings.htmlRenderer)};
   History earlier;
   std::unique_ptr<HistoryFile> history;
   HistoryRun thisRun;
@@ -194,6 +195,10 @@ ExitStatus runReports(const RunSettings& settings, const TestCaseLogs& logs, siz
       thisRun.status = foldContextStatus(thisRun.status, entry.status);
     }
   }
+  // The renders still going on need neither the records nor the verdicts:
+  // their memory is the renders' while they finish.
+  run.verdicts.release();
+  logs = TestCaseLogs();
   run.renders.finishAll();
   if (!ownHtml.empty() && run.renders.unwritten(ownHtml)) result = ExitStatus::kNotWritten;
   // The run joins the history once its documents are written.

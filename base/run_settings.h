@@ -22,6 +22,10 @@ using RunTable = std::map<int32_t, Value>;
 // Report languages in the order of the "-language" table.
 enum ReportLanguage { kEnu = 1, kChs = 2, kCht = 3, kKor = 4, kJpn = 5 };
 
+// What turns a saved result document into HTML ("-render"): the xsltproc
+// command, one process per report, or libxslt inside this process.
+enum class HtmlRenderer { kXsltproc, kBuiltin };
+
 struct RunSettings {
   // From the command line; null when the option was not given.
   const char* infoFile = nullptr;
@@ -35,6 +39,8 @@ struct RunSettings {
   bool explain = false;
   // "-history": where the history files of earlier runs lie; null without.
   const char* historyDirectory = nullptr;
+  // "-render".
+  HtmlRenderer htmlRenderer = HtmlRenderer::kXsltproc;
 
   // From the info file.
   std::string ostraVersionNumber;

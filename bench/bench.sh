@@ -60,6 +60,10 @@ note() {
   printf '| %-44s | %10s | %10s | %6s | %6s | %-4s |\n' "$1" "$2" "$3" "$4" "" ""
 }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", (b > 0) ? a / b : 0 }'; }
+# A row of the seconds of two medians: figure, measured, baseline, target.
+seconds_row() {
+  row "$1" "$(seconds "$2")" "$(seconds "$3")" "$(ratio "$(seconds "$2")" "$(seconds "$3")")" "$4"
+}
 
 echo "bench: generating into $work" >&2
 "$generate" "$work/full" --cases $cases --records $per_case --first-records 10 \
@@ -176,6 +180,49 @@ if [ -n "${QENDOR_BENCH_BEFORE:-}" ]; then
   note "context 1000x100 peak (MB) vs earlier build" "$(($(kilobytes "$now") / 1024))" \
     "$(($(kilobytes "$before") / 1024))" "$(ratio "$(kilobytes "$now")" "$(kilobytes "$before")")"
 fi
+echo "bench: renders in process (-render builtin)" >&2
+# A context of 1,000 test cases of 24 records each: small reports, where
+# starting xsltproc and reading the stylesheet weigh most. The whole run
+# with each renderer and the run without HTML, in turns; then a single small
+# test case with each renderer, five rounds.
+"$generate" "$work/ctx24" --cases 1000 --records 24 --files 10 --used-files 10 --steps 22
+run_context24() {  # PATH RENDERER
+  echo "cd '$work/ctx24' && PATH='$1' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx -render $2"
+}
+run_small24() {  # RENDERER
+  echo "cd '$work/ctx24' && exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1 -render $1"
+}
+for round in 1 2 3; do
+  measure_into "$work/builtin24.txt" sh -c "$(run_context24 "$PATH" builtin)"
+  measure_into "$work/xslt24.txt" sh -c "$(run_context24 "$PATH" xsltproc)"
+  measure_into "$work/own24.txt" sh -c "$(run_context24 "$nopath" xsltproc)"
+done
+for round in 1 2 3 4 5; do
+  measure_into "$work/builtin1.txt" sh -c "$(run_small24 builtin)"
+  measure_into "$work/xslt1.txt" sh -c "$(run_small24 xsltproc)"
+done
+builtin24=$(median_of "$work/builtin24.txt")
+xslt24=$(median_of "$work/xslt24.txt")
+own24=$(median_of "$work/own24.txt")
+seconds_row "context 1000x24, builtin vs xsltproc (s)" "$builtin24" "$xslt24" 0.25
+seconds_row "context 1000x24, builtin vs own work (s)" "$builtin24" "$own24" 1.6
+seconds_row "small -tcase, builtin vs xsltproc (s)" "$(median_of "$work/builtin1.txt")" \
+  "$(median_of "$work/xslt1.txt")" 0.5
+# Memory: the context of 4,000 test cases, whose own report is the largest
+# document. The builtin run's peak, everything included, against the peak of
+# the xsltproc child that renders that report in a default run.
+"$generate" "$work/ctx4k" --cases 4000 --records 24 --files 10 --used-files 10 --steps 22
+for round in 1 2 3; do
+  measure_into "$work/builtin4k.txt" sh -c "cd '$work/ctx4k' && exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx -render builtin"
+  measure_into "$work/child4k.txt" xsltproc -o "$work/ctx4k/child.html" "$sheet" "$work/ctx4k/out/Ctx.xml"
+done
+cmp -s "$work/ctx4k/child.html" "$work/ctx4k/out/Ctx.html" ||
+  { echo "bench: the builtin page of the large context is not xsltproc's" >&2; failures=$((failures + 1)); }
+builtin4k=$(median_of "$work/builtin4k.txt")
+child4k=$(median_of "$work/child4k.txt")
+row "context 4000x24 peak memory (MB), builtin vs child" "$(($(kilobytes "$builtin4k") / 1024))" \
+  "$(($(kilobytes "$child4k") / 1024))" "$(ratio "$(kilobytes "$builtin4k")" "$(kilobytes "$child4k")")" 1
+
 echo "bench: a context against its test cases one by one" >&2
 # A context run judges each test case once and writes its document and the
 # context's; the test cases reported one run each cost at least as much.

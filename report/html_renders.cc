@@ -1,8 +1,7 @@
 #include "report/html_renders.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/mman.h>
+#include <malloc.h>
+#include <sched.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,84 +10,15 @@
 #include <cstddef>
 #include <cstdio>
 #include <string>
-#include <string_view>
 
 #include "base/paths.h"
-#include "base/run_settings.h"
 #include "report/file_output.h"
-#include "report/html_report.h"
-
-extern char** environ;
+#include "report/libxslt_render.h"
+#include "report/render_workers.h"
 
 namespace qendor {
 
 namespace {
-
-// Why a finished xsltproc did not produce its report; null when it did.
-const char* problemOf(int status) {
-  if (WIFSIGNALED(status)) return "xsltproc was ended by a signal";
-  if (!WIFEXITED(status)) return "xsltproc did not exit";
-  if (WEXITSTATUS(status) == 127) return "xsltproc could not be started";
-  if (WEXITSTATUS(status) != 0) return "xsltproc failed";
-  return nullptr;
-}
-
-// libxml2's lines about a failed read or write, "I/O error : <reason>".
-const std::string_view kIoError = "I/O error : ";
-
-// Whether xsltproc could not write the HTML file. It ends with 11 then; when
-// it writes to its standard output, it ends with 0 all the same, and only
-// libxml2's I/O error lines tell.
-bool writeFailed(int status, bool throughStdout, const std::string& warnings) {
-  if (!WIFEXITED(status)) return false;
-  if (WEXITSTATUS(status) == 11) return true;
-  return throughStdout && WEXITSTATUS(status) == 0 &&
-         (warnings.compare(0, kIoError.size(), kIoError) == 0 ||
-          warnings.find("\n" + std::string(kIoError)) != std::string::npos);
-}
-
-// Takes libxml2's I/O error lines out of `warnings` and returns the first
-// one's reason (the system's text for the error), or a reason of our own.
-std::string takeWriteReason(std::string& warnings) {
-  std::string reason;
-  std::string kept;
-  size_t start = 0;
-  while (start < warnings.size()) {
-    size_t end = warnings.find('\n', start);
-    end = end == std::string::npos ? warnings.size() : end + 1;
-    const std::string_view line(warnings.data() + start, end - start);
-    if (line.substr(0, kIoError.size()) == kIoError) {
-      if (reason.empty()) {
-        std::string_view text = line.substr(kIoError.size());
-        if (!text.empty() && text.back() == '\n') text.remove_suffix(1);
-        reason = std::string(text);
-      }
-    } else {
-      kept += line;
-    }
-    start = end;
-  }
-  warnings = kept;
-  return reason.empty() ? "xsltproc could not write it" : reason;
-}
-
-// What a child wrote to `fd`; closes it.
-std::string drain(int fd) {
-  std::string text;
-  if (fd < 0) return text;
-  struct stat written;
-  if (fstat(fd, &written) == 0 && written.st_size > 0) {
-    char buffer[4096];
-    off_t at = 0;
-    ssize_t n;
-    while ((n = pread(fd, buffer, sizeof buffer, at)) > 0) {
-      at += n;
-      text.append(buffer, static_cast<size_t>(n));
-    }
-  }
-  close(fd);
-  return text;
-}
 
 void writeAll(int fd, const std::string& text) {
   for (size_t done = 0; done < text.size();) {
@@ -104,24 +34,47 @@ int64_t sizeOf(const std::string& path) {
   return stat(path.c_str(), &file) == 0 ? static_cast<int64_t>(file.st_size) : 0;
 }
 
+// The report language's stylesheet beside the program.
+std::string stylesheetPath() {
+  const RunSettings& r = run();
+  return r.programDirectory + stylesheetName(r.reportLanguage);
+}
+
 }  // namespace
 
-bool renderHtml(const std::string& xmlPath, const std::string& htmlPath) {
-  HtmlRenders renders(1);
-  return renderHtml(xmlPath, htmlPath, renders);
+const char* stylesheetName(int reportLanguage) {
+  switch (reportLanguage) {
+    case kChs:
+      return "TestResult2CHS.xslt";
+    case kCht:
+      return "TestResult2CHT.xslt";
+    case kKor:
+      return "TestResult2KOR.xslt";
+    case kJpn:
+      return "TestResult2JPN.xslt";
+    default:
+      return "TestResult2ENU.xslt";
+  }
 }
 
-bool renderHtml(const std::string& xmlPath, const std::string& htmlPath, HtmlRenders& renders) {
-  return renders.start(xmlPath, htmlPath);
+size_t renderSlots() {
+  // The cores this process may run on: a harness that pins it to some of
+  // the machine's cores gets no more renders than those at once.
+  cpu_set_t allowed;
+  CPU_ZERO(&allowed);
+  long cores = sched_getaffinity(0, sizeof allowed, &allowed) == 0 ? CPU_COUNT(&allowed)
+                                                                   : sysconf(_SC_NPROCESSORS_ONLN);
+  return cores > 1 ? static_cast<size_t>(cores) : 1;
 }
 
-HtmlRenders::HtmlRenders(size_t slots) : slots_(slots > 0 ? slots : 1) {}
+HtmlRenders::HtmlRenders(size_t slots, HtmlRenderer renderer)
+    : slots_(slots > 0 ? slots : 1), renderer_(renderer) {}
 
 HtmlRenders::~HtmlRenders() {
   finishAll();
 }
 
-bool HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath) {
+void HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath) {
   Render render;
   render.xml = normalisePath(xmlPath.c_str());
   render.html = normalisePath(htmlPath.c_str());
@@ -139,10 +92,12 @@ bool HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath)
   collect(false);
   launchWaiting(serial);
   reportFinished();
-  return true;
 }
 
 void HtmlRenders::finishAll() {
+  // What building the documents freed goes back to the system while the
+  // last renders, a context's the largest, run in threads of their own.
+  if (workers_ && !running_.empty()) malloc_trim(0);
   finishThrough(firstSerial_ + static_cast<int64_t>(queue_.size()) - 1);
 }
 
@@ -165,7 +120,12 @@ void HtmlRenders::finishThrough(int64_t serial) {
 
 void HtmlRenders::launchWaiting(int64_t through) {
   while (running_.size() < slots_) {
-    while (!waiting_.empty() && !at(-waiting_.top().second).waiting) waiting_.pop();
+    // Entries of renders launched out of this order, reported since or not,
+    // are dropped as they come up.
+    while (!waiting_.empty() &&
+           (-waiting_.top().second < firstSerial_ || !at(-waiting_.top().second).waiting)) {
+      waiting_.pop();
+    }
     if (waiting_.empty()) return;
     const int64_t largest = -waiting_.top().second;
     int64_t serial = largest;
@@ -183,65 +143,53 @@ void HtmlRenders::launchWaiting(int64_t through) {
 void HtmlRenders::launch(int64_t serial) {
   Render& render = at(serial);
   render.waiting = false;
-  const RunSettings& r = run();
   // A stale report must not survive a failed transformation.
   unlink(render.html.c_str());
-
-  // Runs xsltproc with exactly these arguments, without a shell. What it
-  // writes on standard error is kept aside and shown when it is reported, so
-  // that it stands where a run one after the other puts it.
-  std::string command = "xsltproc";
-  std::string outputOption = "-o";
-  std::string html = render.html;
-  std::string sheet = r.programDirectory + stylesheetName(r.reportLanguage);
-  std::string xml = render.xml;
-  char* argv[] = {command.data(), outputOption.data(), html.data(),
-                  sheet.data(),   xml.data(),          nullptr};
-  // xsltproc reads "%XX" in the name after "-o" as an escaped URI and would
-  // write another report's file. Such a report is written through its
-  // standard output, opened on the literal name, instead.
-  render.throughStdout = html.find('%') != std::string::npos;
-  char* stdoutArgv[] = {command.data(), sheet.data(), xml.data(), nullptr};
-
-  // In memory, and not inherited by the other renders' xsltproc.
-  render.errors = memfd_create("xsltproc-errors", MFD_CLOEXEC);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_t* useActions = nullptr;
-  if (posix_spawn_file_actions_init(&actions) == 0) {
-    bool ready = true;
-    if (render.errors >= 0) {
-      ready = posix_spawn_file_actions_adddup2(&actions, render.errors, STDERR_FILENO) == 0;
-    }
-    if (ready && render.throughStdout) {
-      ready = posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, html.c_str(),
-                                               O_WRONLY | O_CREAT | O_TRUNC, 0666) == 0;
-    }
-    if (ready) {
-      useActions = &actions;
-    } else {
-      posix_spawn_file_actions_destroy(&actions);
-    }
+  if (renderer_ == HtmlRenderer::kBuiltin) {
+    launchBuiltin(serial);
+  } else {
+    launchXsltproc(serial);
   }
-  // Whatever stdout still buffers must not be written twice.
-  std::fflush(stdout);
-  // Without its standard output opened on the report, such a run would write
-  // the page into ours: it is not started.
-  const bool startable = !render.throughStdout || useActions;
-  pid_t child = -1;
-  if (!startable || posix_spawnp(&child, "xsltproc", useActions, nullptr,
-                                 render.throughStdout ? stdoutArgv : argv, environ) != 0) {
-    child = -1;
-  }
-  if (useActions) posix_spawn_file_actions_destroy(useActions);
-  if (child <= 0) {
-    settle(serial, 0, "xsltproc could not be started");
+}
+
+void HtmlRenders::launchXsltproc(int64_t serial) {
+  Render& render = at(serial);
+  render.xsltproc = startXsltproc(stylesheetPath(), render.xml, render.html);
+  if (render.xsltproc.child < 0) {
+    recordEnd(serial, xsltprocOutcome(render.xsltproc, 0, "xsltproc could not be started"));
     return;
   }
-  render.child = child;
+  running_.push_back(serial);
+}
+
+void HtmlRenders::launchBuiltin(int64_t serial) {
+  Render& render = at(serial);
+  if (!stylesheet_) {
+    // Read once for the run, before any thread starts. What xsltproc would
+    // say about it before every report is said once, with the first.
+    stylesheet_ = std::make_unique<CompiledStylesheet>(stylesheetPath());
+    render.outcome.warnings = stylesheet_->warnings();
+    workers_ = std::make_unique<RenderWorkers>(slots_);
+  }
+  const CompiledStylesheet* stylesheet = stylesheet_.get();
+  workers_->hand(serial, [stylesheet, xml = render.xml, html = render.html] {
+    return stylesheet->render(xml, html);
+  });
   running_.push_back(serial);
 }
 
 void HtmlRenders::collect(bool block) {
+  if (renderer_ == HtmlRenderer::kXsltproc) {
+    collectXsltproc(block);
+    return;
+  }
+  if (!workers_) return;
+  for (RenderWorkers::Finished& finished : workers_->takeFinished(block && !running_.empty())) {
+    recordEnd(finished.first, std::move(finished.second));
+  }
+}
+
+void HtmlRenders::collectXsltproc(bool block) {
   // Blocking, wait until any child has ended, without reaping it: when it is
   // one of ours it is reaped below. Were it anyone else's, waiting for the
   // oldest running render instead keeps this from spinning.
@@ -250,26 +198,28 @@ void HtmlRenders::collect(bool block) {
     while (waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT) < 0 && errno == EINTR) {
     }
     bool ours = false;
-    for (int64_t serial : running_) ours = ours || at(serial).child == ended.si_pid;
+    for (int64_t serial : running_) ours = ours || at(serial).xsltproc.child == ended.si_pid;
     if (!ours) {
       const int64_t oldest = running_.front();
       int status = 0;
       pid_t reaped;
-      while ((reaped = waitpid(at(oldest).child, &status, 0)) < 0 && errno == EINTR) {
+      while ((reaped = waitpid(at(oldest).xsltproc.child, &status, 0)) < 0 && errno == EINTR) {
       }
-      settle(oldest, status, reaped < 0 ? "xsltproc could not be waited for" : nullptr);
+      recordEnd(oldest, xsltprocOutcome(at(oldest).xsltproc, status,
+                                        reaped < 0 ? "xsltproc could not be waited for" : nullptr));
     }
   }
   for (size_t i = running_.size(); i > 0; --i) {
     const int64_t serial = running_[i - 1];
     int status = 0;
-    const pid_t ended = waitpid(at(serial).child, &status, WNOHANG);
+    const pid_t ended = waitpid(at(serial).xsltproc.child, &status, WNOHANG);
     if (ended == 0 || (ended < 0 && errno == EINTR)) continue;
-    settle(serial, status, ended < 0 ? "xsltproc could not be waited for" : nullptr);
+    recordEnd(serial, xsltprocOutcome(at(serial).xsltproc, status,
+                                      ended < 0 ? "xsltproc could not be waited for" : nullptr));
   }
 }
 
-void HtmlRenders::settle(int64_t serial, int status, const char* problem) {
+void HtmlRenders::recordEnd(int64_t serial, RenderOutcome outcome) {
   Render& render = at(serial);
   for (size_t i = 0; i < running_.size(); ++i) {
     if (running_[i] != serial) continue;
@@ -277,35 +227,29 @@ void HtmlRenders::settle(int64_t serial, int status, const char* problem) {
     break;
   }
   render.done = true;
-  render.problem = problem ? problem : problemOf(status);
-  // Read now, so that renders finished ahead of their turn hold no
-  // descriptors.
-  render.warnings = drain(render.errors);
-  render.errors = -1;
-  if (!problem && writeFailed(status, render.throughStdout, render.warnings)) {
-    render.unwritten = true;
-    render.problem = "xsltproc could not write it";
-  }
+  // Warnings said before the render began (the stylesheet's) come first.
+  outcome.warnings.insert(0, render.outcome.warnings);
+  render.outcome = std::move(outcome);
 }
 
 void HtmlRenders::reportFinished() {
   while (!queue_.empty() && queue_.front().done) {
     Render& render = queue_.front();
-    const std::string reason = render.unwritten ? takeWriteReason(render.warnings) : "";
-    if (!render.warnings.empty()) {
+    const RenderOutcome& outcome = render.outcome;
+    if (!outcome.warnings.empty()) {
       std::fflush(stderr);
-      writeAll(STDERR_FILENO, render.warnings);
+      writeAll(STDERR_FILENO, outcome.warnings);
     }
     // A failed render may leave the file empty or cut short.
-    if (render.problem) unlink(render.html.c_str());
-    if (render.unwritten) {
-      reportUnwritten(render.html, reason);
+    if (outcome.unwritten || !outcome.problem.empty()) unlink(render.html.c_str());
+    if (outcome.unwritten) {
+      reportUnwritten(render.html, outcome.reason);
       unwritten_.insert(render.html);
     } else {
       unwritten_.erase(render.html);
-      if (render.problem) {
+      if (!outcome.problem.empty()) {
         std::fprintf(stderr, "qendor: HTML report %s not written: %s\n", render.html.c_str(),
-                     render.problem);
+                     outcome.problem.c_str());
       }
     }
     for (const std::string* path : {&render.xml, &render.html}) {

@@ -1,10 +1,10 @@
-// Rendering result documents into HTML with xsltproc, in the background.
+// Rendering result documents into HTML in the background, with xsltproc or
+// with libxslt inside this process ("-render").
 #pragma once
-
-#include <sys/types.h>
 
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <queue>
 #include <string>
 #include <unordered_map>
@@ -12,28 +12,32 @@
 #include <utility>
 #include <vector>
 
+#include "base/run_settings.h"
+#include "report/render_outcome.h"
+#include "report/xsltproc_run.h"
+
 namespace qendor {
 
-// Deletes a stale HTML file and runs xsltproc with the report language's
-// stylesheet from `xmlPath` to `htmlPath`, and waits for it. Always true; a
-// failed transformation leaves the HTML file absent and warns on standard
-// error.
-bool renderHtml(const std::string& xmlPath, const std::string& htmlPath);
+class CompiledStylesheet;
+class RenderWorkers;
 
-class HtmlRenders;
-// The same, going on in the background in `renders` while the next document
-// is built: what a report run does.
-bool renderHtml(const std::string& xmlPath, const std::string& htmlPath, HtmlRenders& renders);
+// The stylesheet file name of a report language.
+const char* stylesheetName(int reportLanguage);
 
-// xsltproc runs that go on while the next documents are built, at most
-// `slots` at once. Renders wait in a queue for a free slot, the largest
-// report first, so that a context's long render does not end the run alone.
-// They are finished (reaped, their warnings written) in the order they were
-// queued, so standard error reads as when they run one after the other; the
-// destructor finishes them all.
+// The number of renders that may go on at once: one per core this process
+// may run on.
+size_t renderSlots();
+
+// Renders that go on while the next documents are built, at most `slots` at
+// once: xsltproc processes, or threads that apply the report language's
+// stylesheet, read once. Renders wait in a queue for a free slot, the
+// largest report first, so that a context's long render does not end the
+// run alone. They are finished (their warnings written) in the order they
+// were queued, so standard error reads as when they run one after the
+// other; the destructor finishes them all.
 class HtmlRenders {
  public:
-  explicit HtmlRenders(size_t slots);
+  explicit HtmlRenders(size_t slots, HtmlRenderer renderer = HtmlRenderer::kXsltproc);
   ~HtmlRenders();
   HtmlRenders(const HtmlRenders&) = delete;
   HtmlRenders& operator=(const HtmlRenders&) = delete;
@@ -42,9 +46,12 @@ class HtmlRenders {
   // every one queued before it, so the file may be touched.
   void waitForPath(const std::string& path);
 
-  // Queues what renderHtml does. Renders of the same files are finished
-  // first. Always true.
-  bool start(const std::string& xmlPath, const std::string& htmlPath);
+  // Queues the render of `xmlPath` into `htmlPath` with the report
+  // language's stylesheet; renders of the same files are finished first.
+  // The HTML file is deleted before the render starts, so that a stale
+  // report never survives a failed one. A failed render leaves the HTML
+  // file absent and says why on standard error, in its turn.
+  void start(const std::string& xmlPath, const std::string& htmlPath);
 
   // Waits for every render and writes their warnings.
   void finishAll();
@@ -58,25 +65,25 @@ class HtmlRenders {
   struct Render {
     std::string xml;  // normalised paths
     std::string html;
-    pid_t child = -1;     // -1 while waiting, or when xsltproc could not start
-    int errors = -1;      // xsltproc's standard error while it runs
     bool waiting = true;  // for a slot
     bool done = false;
-    bool throughStdout = false;  // the HTML is xsltproc's standard output
-    bool unwritten = false;      // xsltproc could not write the HTML file
-    std::string warnings;        // what it wrote on standard error
-    const char* problem = nullptr;
+    XsltprocRun xsltproc;  // with the xsltproc renderer
+    RenderOutcome outcome;
   };
 
   Render& at(int64_t serial) { return queue_[static_cast<size_t>(serial - firstSerial_)]; }
   void launch(int64_t serial);
+  void launchXsltproc(int64_t serial);
+  void launchBuiltin(int64_t serial);
   void launchWaiting(int64_t through);
   void collect(bool block);
-  void settle(int64_t serial, int status, const char* problem);
+  void collectXsltproc(bool block);
+  void recordEnd(int64_t serial, RenderOutcome outcome);
   void reportFinished();
   void finishThrough(int64_t serial);
 
   size_t slots_;
+  HtmlRenderer renderer_;
   std::vector<int64_t> running_;  // serial numbers
   // Renders not yet reported, in the order they were queued; the front has
   // the serial number firstSerial_.
@@ -89,6 +96,10 @@ class HtmlRenders {
   std::unordered_map<std::string, int64_t> lastUse_;
   // HTML files whose last render could not write them.
   std::unordered_set<std::string> unwritten_;
+  // With the builtin renderer, from its first render on: the stylesheet,
+  // then the threads that apply it (destroyed first).
+  std::unique_ptr<CompiledStylesheet> stylesheet_;
+  std::unique_ptr<RenderWorkers> workers_;
 };
 
 }  // namespace qendor

@@ -153,6 +153,13 @@ char* copyAttributeValue(std::string_view value) {
   return copy;
 }
 
+int writeToFile(void* context, const char* bytes, int length) {
+  return static_cast<FileOutput*>(context)->write(
+             std::string_view(bytes, static_cast<size_t>(length)))
+             ? length
+             : -1;
+}
+
 }  // namespace
 
 const size_t kMaxSavedAttributeBytes = 500000;
@@ -178,6 +185,10 @@ void setAttribute(xmlNode* node, const char* name, std::string_view value) {
   if (!copy) return;
   xmlSetProp(node, reinterpret_cast<const xmlChar*>(name), reinterpret_cast<const xmlChar*>(copy));
   std::free(copy);
+}
+
+xmlOutputBuffer* outputTo(FileOutput& file, xmlCharEncodingHandler* encoder) {
+  return xmlOutputBufferCreateIO(writeToFile, nullptr, &file, encoder);
 }
 
 bool writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out) {

@@ -8,6 +8,8 @@
 #include <memory>
 #include <string_view>
 
+#include "report/file_output.h"
+
 namespace qendor {
 
 struct XmlNodeFree {
@@ -44,5 +46,11 @@ void setAttribute(xmlNode* node, const char* name, std::string_view value);
 // written when it is null). The tree stays the caller's, unattached. False
 // when `out` is null or not all of the document reached it.
 bool writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out);
+
+// A libxml2 output buffer whose bytes go to `file` (open), converted by
+// `encoder` when one is given; the buffer takes the encoder. Closing the
+// buffer leaves `file` open: a failed write shows in file.error(). Null when
+// the buffer cannot be made.
+xmlOutputBuffer* outputTo(FileOutput& file, xmlCharEncodingHandler* encoder = nullptr);
 
 }  // namespace qendor

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "report/html_report.h"
 #include "report/xml_node.h"
+#include "report/xml_save.h"
 #include "tests/test_support.h"
 
 namespace qendor {

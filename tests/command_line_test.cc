@@ -63,6 +63,23 @@ TEST_F(CommandLine, LastLanguageWins) {
   EXPECT_EQ(run().reportLanguage, 1);
 }
 
+TEST_F(CommandLine, RendererIsXsltprocUnlessBuiltinIsAsked) {
+  EXPECT_TRUE(parse(
+      {"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B"}));
+  EXPECT_EQ(run().htmlRenderer, HtmlRenderer::kXsltproc);
+  EXPECT_TRUE(parse({"qendor", "-render", "builtin", "-infofile", "i", "-resultfile", "r",
+                     "-outdirectory", "o", "-tcase", "A.B"}));
+  EXPECT_EQ(run().htmlRenderer, HtmlRenderer::kBuiltin);
+  // An unknown value leaves it as it was, as an unknown language does; the
+  // last known value wins.
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-render", "Builtin"}));
+  EXPECT_EQ(run().htmlRenderer, HtmlRenderer::kBuiltin);
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-render", "xsltproc", "-render"}));
+  EXPECT_EQ(run().htmlRenderer, HtmlRenderer::kXsltproc);
+}
+
 TEST_F(CommandLine, HistoryDirectoryIsOptional) {
   EXPECT_TRUE(parse(
       {"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B"}));

@@ -1,4 +1,6 @@
-// Renders in the background: slots, order, waiting for a path.
+// Renders in the background: slots, order, waiting for a path. The fake
+// xsltproc runs only as far as the test lets it, so each order below is the
+// only one the queue allows.
 #include "report/html_renders.h"
 
 #include <gtest/gtest.h>
@@ -12,32 +14,34 @@ namespace qendor {
 namespace {
 
 TEST_F(HtmlRendersTest, RunsOverlapUpToTheSlotsAndFinishInOrder) {
-  installLoggingFake();
+  // Each run waits for the start of the next: two run at once, and the
+  // third can only take the first's slot.
+  fake_.holdUntil("w1.xml", "start f2.xml");
+  fake_.holdUntil("f2.xml", "start w3.xml");
+  fake_.holdUntil("w3.xml", "start f4.xml");
   testing::internal::CaptureStderr();
   {
     HtmlRenders renders(2);
-    EXPECT_TRUE(renders.start(dir_.file("w1.xml"), dir_.file("w1.html")));
-    EXPECT_TRUE(renders.start(dir_.file("f2.xml"), dir_.file("f2.html")));
-    EXPECT_TRUE(renders.start(dir_.file("w3.xml"), dir_.file("w3.html")));
-    EXPECT_TRUE(renders.start(dir_.file("f4.xml"), dir_.file("f4.html")));
+    queue(renders, "w1");
+    queue(renders, "f2");
+    queue(renders, "w3");
+    queue(renders, "f4");
   }
   const std::string err = testing::internal::GetCapturedStderr();
-  const std::string log = test::readFile(log_);
+  const std::string log = fake_.log();
   EXPECT_EQ(test::overlapIn(log), 2u) << log;
-  // The third starts once a slot is free: here the first's, which ends as
-  // soon as the second has started.
   EXPECT_LT(log.find("end w1.xml"), log.find("start w3.xml")) << log;
+  EXPECT_LT(log.find("end f2.xml"), log.find("start f4.xml")) << log;
   // Everything on standard error stands in the order of the starts.
   EXPECT_EQ(err, "err w1.xml\nerr f2.xml\nqendor: HTML report " + dir_.file("f2.html") +
                      " not written: xsltproc failed\nerr w3.xml\nerr f4.xml\n"
                      "qendor: HTML report " +
                      dir_.file("f4.html") + " not written: xsltproc failed\n");
-  // The failed ones still wrote their files here; the others did too.
   EXPECT_EQ(test::readFile(dir_.file("w3.html")), "w3.xml");
+  EXPECT_FALSE(test::fileExists(dir_.file("f2.html")));
 }
 
 TEST_F(HtmlRendersTest, ARunOfTheSameFilesWaitsForTheEarlierOne) {
-  installLoggingFake();
   testing::internal::CaptureStderr();
   {
     HtmlRenders renders(2);
@@ -45,24 +49,27 @@ TEST_F(HtmlRendersTest, ARunOfTheSameFilesWaitsForTheEarlierOne) {
     queue(renders, "a");
     renders.start(dir_.file("b.xml"), dir_.file("a.html"));
   }
-  testing::internal::GetCapturedStderr();
-  EXPECT_EQ(test::readFile(log_),
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err a.xml\nerr a.xml\nerr b.xml\n");
+  EXPECT_EQ(fake_.log(),
             "start a.xml\nend a.xml\nstart a.xml\nend a.xml\nstart b.xml\nend b.xml\n");
   EXPECT_EQ(test::readFile(dir_.file("a.html")), "b.xml");
 }
 
 TEST_F(HtmlRendersTest, WaitForPathFinishesThatRunAndTheOlderOnes) {
-  installLoggingFake();
+  fake_.hold("s.xml");
   testing::internal::CaptureStderr();
   HtmlRenders renders(3);
   queue(renders, "a");
   queue(renders, "b");
   queue(renders, "s");
   renders.waitForPath(dir_.file("b.html"));
-  const std::string err = testing::internal::GetCapturedStderr();
-  EXPECT_EQ(err, "err a.xml\nerr b.xml\n");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err a.xml\nerr b.xml\n");
   EXPECT_EQ(test::readFile(dir_.file("b.html")), "b.xml");
+  // The third is still held: waiting for a path nobody renders waits for
+  // nothing.
   renders.waitForPath(dir_.file("nothing.xml"));
+  EXPECT_FALSE(test::fileExists(dir_.file("s.html")));
+  fake_.release("s.xml");
   testing::internal::CaptureStderr();
   renders.finishAll();
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "err s.xml\n");
@@ -70,27 +77,28 @@ TEST_F(HtmlRendersTest, WaitForPathFinishesThatRunAndTheOlderOnes) {
 }
 
 TEST_F(HtmlRendersTest, QueuedWithoutWaitingForASlot) {
-  installLoggingFake();
+  fake_.hold("g.xml");
   testing::internal::CaptureStderr();
   {
     HtmlRenders renders(1);
-    queue(renders, "g1");
+    queue(renders, "g");
     queue(renders, "b");
-    // Both calls came back while the first render still runs.
-    waitForLog("start g1.xml\n");
-    EXPECT_EQ(test::readFile(log_), "start g1.xml\n");
-    dir_.write("gate", "");
+    // Both calls came back while the first render is held; the second
+    // waits for the slot.
+    fake_.waitFor("start g.xml");
+    EXPECT_EQ(fake_.log(), "start g.xml\n");
+    fake_.release("g.xml");
   }
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err g1.xml\nerr b.xml\n");
-  EXPECT_EQ(test::readFile(log_), "start g1.xml\nend g1.xml\nstart b.xml\nend b.xml\n");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err g.xml\nerr b.xml\n");
+  EXPECT_EQ(fake_.log(), "start g.xml\nend g.xml\nstart b.xml\nend b.xml\n");
 }
 
 TEST_F(HtmlRendersTest, TheLargestWaitingReportGoesFirstAndIsReportedInTurn) {
-  installLoggingFake();
   dir_.write("a.xml", std::string(10, 'a'));
   dir_.write("c.xml", std::string(1000, 'c'));
   dir_.write("d.xml", std::string(10, 'd'));
   dir_.write("f.xml", std::string(1000, 'f'));
+  fake_.hold("g.xml");
   testing::internal::CaptureStderr();
   {
     HtmlRenders renders(1);
@@ -99,10 +107,10 @@ TEST_F(HtmlRendersTest, TheLargestWaitingReportGoesFirstAndIsReportedInTurn) {
     queue(renders, "c");
     queue(renders, "d");
     queue(renders, "f");
-    dir_.write("gate", "");
+    fake_.release("g.xml");
   }
   // Of equal sizes the earlier goes first.
-  EXPECT_EQ(test::readFile(log_),
+  EXPECT_EQ(fake_.log(),
             "start g.xml\nend g.xml\nstart c.xml\nend c.xml\nstart f.xml\nend f.xml\n"
             "start a.xml\nend a.xml\nstart d.xml\nend d.xml\n");
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
@@ -111,21 +119,21 @@ TEST_F(HtmlRendersTest, TheLargestWaitingReportGoesFirstAndIsReportedInTurn) {
 }
 
 TEST_F(HtmlRendersTest, WaitingForAPathRunsTheWaitingRendersBeforeIt) {
-  installLoggingFake();
   dir_.write("big.xml", std::string(1000, 'b'));
+  fake_.hold("g.xml");
   testing::internal::CaptureStderr();
   HtmlRenders renders(1);
   queue(renders, "g");
   queue(renders, "a");
   queue(renders, "big");
-  dir_.write("gate", "");
+  fake_.release("g.xml");
   renders.waitForPath(dir_.file("a.html"));
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "err g.xml\nerr a.xml\n");
   EXPECT_EQ(test::readFile(dir_.file("a.html")), "a.xml");
   testing::internal::CaptureStderr();
   renders.finishAll();
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "err big.xml\n");
-  EXPECT_EQ(test::readFile(log_),
+  EXPECT_EQ(fake_.log(),
             "start g.xml\nend g.xml\nstart a.xml\nend a.xml\nstart big.xml\nend big.xml\n");
   EXPECT_EQ(test::readFile(dir_.file("big.html")), "big.xml");
 }

@@ -1,10 +1,13 @@
-// renderHtml against a fake xsltproc: its arguments, its failures and what
-// is told of them.
+// Renders against a fake xsltproc: its arguments, its failures and what is
+// told of them; the stylesheet of each language and the number of slots.
 #include "report/html_renders.h"
 
 #include <gtest/gtest.h>
 
+#include <sched.h>
+
 #include <string>
+#include <utility>
 
 #include "tests/render_fixture.h"
 #include "tests/test_support.h"
@@ -84,9 +87,6 @@ TEST_F(RenderHtmlTest, StaleReportIsDeletedWhenXsltprocFails) {
   EXPECT_FALSE(test::fileExists(args_));
   EXPECT_EQ(stdout_, "");
   EXPECT_EQ(stderr_, "qendor: HTML report " + html + " not written: xsltproc failed\n");
-  // A failed render is no failed call: the driver's message for a report
-  // that could not be made at all is not printed for it.
-  EXPECT_TRUE(returned_);
 }
 
 TEST_F(RenderHtmlTest, MissingXsltprocLeavesNoReportAndWarns) {
@@ -172,7 +172,10 @@ TEST_F(RenderHtmlTest, PendingStandardOutputComesFirst) {
   FILE* saved = fdopen(dup(fileno(stdout)), "w");
   ASSERT_NE(freopen(log.c_str(), "w", stdout), nullptr);
   printf("pending");
-  renderHtml(dir_.file("a.xml"), dir_.file("a.html"));
+  {
+    HtmlRenders renders(1);
+    renders.start(dir_.file("a.xml"), dir_.file("a.html"));
+  }
   fflush(stdout);
   dup2(fileno(saved), fileno(stdout));
   fclose(saved);
@@ -199,6 +202,32 @@ TEST_F(RenderHtmlTest, TheCallersMallocTunablesReachXsltprocUnchanged) {
   test::ScopedEnv tunables("GLIBC_TUNABLES", "glibc.malloc.check=0");
   render(dir_.file("a.xml"), dir_.file("a.html"));
   EXPECT_EQ(test::readFile(args_), "glibc.malloc.check=0");
+}
+
+TEST(StylesheetNameTest, ByReportLanguage) {
+  const std::pair<int, const char*> cases[] = {
+      {1, "TestResult2ENU.xslt"}, {2, "TestResult2CHS.xslt"},  {3, "TestResult2CHT.xslt"},
+      {4, "TestResult2KOR.xslt"}, {5, "TestResult2JPN.xslt"},  {0, "TestResult2ENU.xslt"},
+      {6, "TestResult2ENU.xslt"}, {-1, "TestResult2ENU.xslt"},
+  };
+  for (const auto& [language, name] : cases) EXPECT_STREQ(stylesheetName(language), name);
+}
+
+TEST(RenderSlotsTest, OnePerCoreThisProcessMayRunOn) {
+  cpu_set_t original;
+  ASSERT_EQ(sched_getaffinity(0, sizeof original, &original), 0);
+  EXPECT_EQ(renderSlots(), static_cast<size_t>(CPU_COUNT(&original)));
+  // Pinned to one core, a run renders one report at a time.
+  cpu_set_t one;
+  CPU_ZERO(&one);
+  for (int cpu = 0; cpu < CPU_SETSIZE; ++cpu) {
+    if (!CPU_ISSET(cpu, &original)) continue;
+    CPU_SET(cpu, &one);
+    break;
+  }
+  ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
+  EXPECT_EQ(renderSlots(), 1u);
+  ASSERT_EQ(sched_setaffinity(0, sizeof original, &original), 0);
 }
 
 }  // namespace

@@ -6,20 +6,20 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "base/run_settings.h"
+#include "tests/render_fixture.h"
 #include "tests/test_support.h"
 
 namespace qendor {
 namespace {
 
-// Context runs with a fake xsltproc first in PATH. The fake notes
-// "start NAME KIND" and "end NAME" in a log (NAME: the XML file's name, KIND:
-// the kind of the document it reads), writes the kind into the HTML file and
-// says "err NAME" on standard error. The run of A.xml waits until another run
-// has started (ten seconds at most), so the overlap shows when it is allowed.
+// Context runs with the gated fake xsltproc first in PATH (see
+// render_fixture.h): its log says when each run starts, with the kind of
+// the document it reads, and ends; the HTML file holds the same words.
 class ReportDriverTest : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -36,25 +36,9 @@ class ReportDriverTest : public ::testing::Test {
   }
   void TearDown() override { resetRun(); }
 
-  void installFake() {
-    const std::string fake = dir_.write(
-        "bin/xsltproc",
-        "#!/bin/sh\n"
-        "n=$(basename \"$4\")\n"
-        "k=$(grep -o 'kind=\"[a-z_]*\"' \"$4\" | head -n 1)\n"
-        "echo \"start $n $k\" >> '" +
-            log_ +
-            "'\n"
-            "if [ \"$n\" = A.xml ]; then i=0; while [ $(grep -c '^start' '" +
-            log_ +
-            "') -lt 2 ] && [ $i -lt 100 ]; do sleep 0.1; i=$((i+1)); done; else sleep 0.2; fi\n"
-            "echo \"err $n\" >&2\n"
-            "echo \"end $n\" >> '" +
-            log_ +
-            "'\n"
-            "printf '%s' \"$k\" > \"$2\"\n");
-    chmod(fake.c_str(), 0755);
-    setenv("PATH", (bin_ + ":/usr/bin:/bin").c_str(), 1);
+  GatedXsltproc& installFake() {
+    fake_ = std::make_unique<GatedXsltproc>(dir_, bin_);
+    return *fake_;
   }
 
   // Runs the reports, keeping standard output and error.
@@ -79,23 +63,26 @@ class ReportDriverTest : public ::testing::Test {
   test::TempDir dir_;
   std::string bin_ = dir_.file("bin");
   std::string out_ = dir_.file("out");
-  std::string log_ = dir_.file("log.txt");
   test::ScopedEnv path_{"PATH"};
+  std::unique_ptr<GatedXsltproc> fake_;
   std::string stdout_;
   std::string stderr_;
 };
 
 TEST_F(ReportDriverTest, RendersOverlapAndTheContextReportComesLast) {
-  installFake();
+  // The first two renders go on once both have started.
+  GatedXsltproc& fake = installFake();
+  fake.holdUntil("A.xml", "start Ctx.xml kind=\"rk_testcase\"");
+  fake.holdUntil("Ctx.xml", "start A.xml kind=\"rk_testcase\"");
   // No test case has records: each is an ERROR, so the context FAILED.
   EXPECT_EQ(runWith(2), 10);
   EXPECT_EQ(stdout_, "");
   EXPECT_EQ(stderr_, "err A.xml\nerr Ctx.xml\nerr B.xml\nerr Ctx.xml\n");
   EXPECT_EQ(outFiles(), (std::vector<std::string>{"A.html", "A.xml", "B.html", "B.xml", "Ctx.html",
                                                   "Ctx.xml"}));
-  EXPECT_EQ(test::readFile(out_ + "/A.html"), "kind=\"rk_testcase\"");
-  EXPECT_EQ(test::readFile(out_ + "/Ctx.html"), "kind=\"rk_testcontext\"");
-  const std::string log = test::readFile(log_);
+  EXPECT_EQ(test::readFile(out_ + "/A.html"), "A.xml kind=\"rk_testcase\"");
+  EXPECT_EQ(test::readFile(out_ + "/Ctx.html"), "Ctx.xml kind=\"rk_testcontext\"");
+  const std::string log = fake_->log();
   EXPECT_EQ(test::overlapIn(log), 2u) << log;
   // The test case Ctx was rendered from its own document, and done before
   // the context's document took its files.
@@ -106,18 +93,18 @@ TEST_F(ReportDriverTest, RendersOverlapAndTheContextReportComesLast) {
   ASSERT_NE(second, std::string::npos) << log;
   EXPECT_LT(first, firstEnd);
   EXPECT_LT(firstEnd, second);
-  // Every run was waited for.
+  // Every run was waited for: each start has its end.
   EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 8);
-  EXPECT_EQ(log.rfind("end "), log.find("end Ctx.xml", second));
+  EXPECT_NE(log.find("end Ctx.xml", second), std::string::npos) << log;
 }
 
 TEST_F(ReportDriverTest, OneSlotRendersEachReportBeforeTheNext) {
   installFake();
   EXPECT_EQ(runWith(1), 10);
   EXPECT_EQ(stderr_, "err A.xml\nerr Ctx.xml\nerr B.xml\nerr Ctx.xml\n");
-  const std::string log = test::readFile(log_);
+  const std::string log = fake_->log();
   EXPECT_EQ(test::overlapIn(log), 1u) << log;
-  EXPECT_EQ(test::readFile(out_ + "/Ctx.html"), "kind=\"rk_testcontext\"");
+  EXPECT_EQ(test::readFile(out_ + "/Ctx.html"), "Ctx.xml kind=\"rk_testcontext\"");
 }
 
 TEST_F(ReportDriverTest, MissingXsltprocWarnsAsInASerialRun) {
@@ -137,7 +124,7 @@ TEST_F(ReportDriverTest, SingleTestCaseRunRendersOnce) {
   EXPECT_EQ(runWith(2), 11);
   EXPECT_EQ(stderr_, "err B.xml\n");
   EXPECT_EQ(outFiles(), (std::vector<std::string>{"B.html", "B.xml"}));
-  EXPECT_EQ(test::readFile(log_), "start B.xml kind=\"rk_testcase\"\nend B.xml\n");
+  EXPECT_EQ(fake_->log(), "start B.xml kind=\"rk_testcase\"\nend B.xml\n");
 }
 
 TEST_F(ReportDriverTest, UnknownTestCaseWritesNothing) {
@@ -146,7 +133,7 @@ TEST_F(ReportDriverTest, UnknownTestCaseWritesNothing) {
   EXPECT_EQ(runWith(2), 22);
   EXPECT_EQ(stdout_, "TestCase <B> could not be found in inofile.");
   EXPECT_EQ(outFiles(), std::vector<std::string>{});
-  EXPECT_FALSE(test::fileExists(log_));
+  EXPECT_EQ(fake_->log(), "");
 }
 
 }  // namespace

@@ -14,8 +14,8 @@
 #include <utility>
 
 #include "base/run_settings.h"
-#include "report/html_report.h"
 #include "report/xml_node.h"
+#include "report/xml_save.h"
 #include "tests/test_support.h"
 #include "verify/verdicts.h"
 

@@ -10,6 +10,10 @@
 namespace qendor {
 namespace {
 
+class WriteFaultsMounted : public ::testing::TestWithParam<const char*> {};
+INSTANTIATE_TEST_SUITE_P(Renderers, WriteFaultsMounted, ::testing::ValuesIn(kRenderers),
+                         rendererName);
+
 // ---------------------------------------------------------------------------
 // Read-only folders and full file systems. As root, permission bits do not
 // stop a write: the folder is made read-only by a mount then, and such tests
@@ -62,11 +66,49 @@ std::string readOnlyReason() {
   return geteuid() == 0 ? "Read-only file system" : "Permission denied";
 }
 
-TEST(WriteFaults, FolderMadeReadOnlyAfterTheFirstReport) {
+// Runs the single test case with a fake xsltproc that makes the output
+// folder read-only and then runs the real one.
+Outcome readOnlyBeforeXsltproc(const Workspace& w) {
+  fs::create_directories(w.path("bin"));
+  const std::string fake = w.path("bin/xsltproc");
+  std::ofstream(fake) << "#!/bin/sh\n"
+                      << readOnlyCommand(w.out()) << "\nexec /usr/bin/xsltproc \"$@\"\n";
+  chmod(fake.c_str(), 0755);
+  return w.run(kLargeRun, 0, w.path("bin") + ":/usr/bin:/bin:/usr/sbin:/sbin");
+}
+
+// Runs the single test case with the builtin renderer, from a copy of the
+// program beside a stylesheet that reads the FIFO "gate" before it renders
+// the page of the real one; the folder is made read-only while the render
+// waits for it.
+Outcome readOnlyWhileBuiltinRenders(const Workspace& w) {
+  fs::copy_file(QENDOR_BINARY, w.path("qendor"));
+  for (const auto& entry : fs::directory_iterator(QENDOR_BINARY_DIR)) {
+    if (entry.path().extension() != ".xslt") continue;
+    const std::string name = entry.path().filename().string();
+    fs::copy_file(entry.path(), w.path(name == "TestResult2ENU.xslt" ? "Shown.xslt" : name));
+  }
+  std::ofstream(w.path("TestResult2ENU.xslt"))
+      << "<xsl:stylesheet version=\"1.0\" xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">"
+         "<xsl:import href=\"Shown.xslt\"/><xsl:template match=\"/\">"
+         "<xsl:if test=\"document('gate')\"/><xsl:apply-imports/></xsl:template>"
+         "</xsl:stylesheet>";
+  mkfifo(w.path("gate").c_str(), 0600);
+  test::RunningProgram running = test::startProgram("./qendor", w.rendered(kLargeRun), w.path(""),
+                                                    "/usr/bin:/bin:/usr/sbin:/sbin");
+  // Opened once the render has opened it.
+  std::ofstream gate(w.path("gate"));
+  EXPECT_EQ(std::system(readOnlyCommand(w.out()).c_str()), 0);
+  gate << "<g/>";
+  gate.close();
+  return running.finish();
+}
+
+TEST_P(WriteFaultsMounted, FolderMadeReadOnlyAfterTheFirstReport) {
   const std::string refusal = geteuid() == 0 ? mountRefusal() : "";
   if (!refusal.empty()) GTEST_SKIP() << refusal;
-  const Reference reference = healthyRun(kLargeRun);
-  Workspace w;
+  const Reference reference = healthyRun(kLargeRun, GetParam());
+  Workspace w(GetParam());
   w.writeVerificationFiles();
   Writable writable(w.out());
   std::unique_ptr<Mounted> bound;
@@ -75,14 +117,12 @@ TEST(WriteFaults, FolderMadeReadOnlyAfterTheFirstReport) {
         << std::strerror(errno);
     bound = std::make_unique<Mounted>(w.out());
   }
-  // The XML report is written; the folder turns read-only before xsltproc
-  // writes the HTML report.
-  fs::create_directories(w.path("bin"));
-  const std::string fake = w.path("bin/xsltproc");
-  std::ofstream(fake) << "#!/bin/sh\n"
-                      << readOnlyCommand(w.out()) << "\nexec /usr/bin/xsltproc \"$@\"\n";
-  chmod(fake.c_str(), 0755);
-  const Outcome o = w.run(kLargeRun, 0, w.path("bin") + ":/usr/bin:/bin:/usr/sbin:/sbin");
+  // The XML report is written; the folder turns read-only before the HTML
+  // report is: a fake xsltproc does it before it runs the real one, and
+  // the builtin renderer reads a FIFO through the stylesheet first, which
+  // holds it until the test has done it.
+  const Outcome o = std::string(GetParam()) == "builtin" ? readOnlyWhileBuiltinRenders(w)
+                                                         : readOnlyBeforeXsltproc(w);
   EXPECT_EQ(o.status, 25);
   EXPECT_EQ(o.out, "");
   EXPECT_EQ(o.err, lost("Large.html", readOnlyReason()));
@@ -90,10 +130,10 @@ TEST(WriteFaults, FolderMadeReadOnlyAfterTheFirstReport) {
   expectWholeReports(w.out(), reference, "read-only");
 }
 
-TEST(WriteFaults, ReadOnlyFolderKeepsTheEarlierReports) {
+TEST_P(WriteFaultsMounted, ReadOnlyFolderKeepsTheEarlierReports) {
   const std::string refusal = geteuid() == 0 ? mountRefusal() : "";
   if (!refusal.empty()) GTEST_SKIP() << refusal;
-  Workspace w;
+  Workspace w(GetParam());
   w.writeVerificationFiles();
   ASSERT_EQ(w.run(kContextRun).status, 0);
   std::map<std::string, std::string> before;
@@ -123,7 +163,7 @@ TEST(WriteFaults, ReadOnlyFolderKeepsTheEarlierReports) {
 // files and a filler file that leaves `freeBytes` free.
 class FullDisk : public Workspace {
  public:
-  explicit FullDisk(long freeBytes) : mounted_(out()) {
+  FullDisk(const std::string& renderer, long freeBytes) : Workspace(renderer), mounted_(out()) {
     ok_ = mount("tmpfs", out().c_str(), "tmpfs", 0, "size=1m") == 0;
     if (!ok_) return;
     writeVerificationFiles();
@@ -153,13 +193,13 @@ long roomForOneOf(const Reference& reference, const char* first, const char* sec
   return pages * page;
 }
 
-TEST(WriteFaults, FullTmpfs) {
+TEST_P(WriteFaultsMounted, FullTmpfs) {
   const std::string refusal = mountRefusal();
   if (!refusal.empty()) GTEST_SKIP() << refusal;
   const std::string noSpace = "No space left on device";
   {
     // No room at all: no document can be written.
-    FullDisk w(0);
+    FullDisk w(GetParam(), 0);
     ASSERT_TRUE(w.ok());
     const Outcome o = w.run(kContextRun);
     EXPECT_EQ(o.status, 25);
@@ -170,8 +210,8 @@ TEST(WriteFaults, FullTmpfs) {
   }
   {
     // Room for the XML report of a single test case, not for its HTML.
-    const Reference single = healthyRun(kLargeRun);
-    FullDisk w(roomForOneOf(single, "Large.xml", "Large.html"));
+    const Reference single = healthyRun(kLargeRun, GetParam());
+    FullDisk w(GetParam(), roomForOneOf(single, "Large.xml", "Large.html"));
     ASSERT_TRUE(w.ok());
     const Outcome o = w.run(kLargeRun);
     EXPECT_EQ(o.status, 25);
@@ -184,8 +224,8 @@ TEST(WriteFaults, FullTmpfs) {
     // reports fit depends on how the renders overlap the writing, but every
     // file left is whole and every lost one is told, in the order of a run
     // that writes them one after the other.
-    const Reference context = healthyRun(kContextRun);
-    FullDisk w(roomForOneOf(context, "Run.xml", "Run.html"));
+    const Reference context = healthyRun(kContextRun, GetParam());
+    FullDisk w(GetParam(), roomForOneOf(context, "Run.xml", "Run.html"));
     ASSERT_TRUE(w.ok());
     const Outcome o = w.run(kContextRun);
     EXPECT_EQ(o.status, 25);

@@ -18,6 +18,7 @@
 #include <memory>
 #include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/test_support.h"
@@ -58,10 +59,17 @@ const std::vector<std::string> kLargeRun = {"-infofile", "run.info",      "-resu
                                             "run.log",   "-outdirectory", "out",
                                             "-tcase",    "Pkg.Run.Large"};
 
-// A folder with the inputs of the runs above and the output folder "out".
+// The renderers every fault run is made with.
+const char* const kRenderers[] = {"xsltproc", "builtin"};
+std::string rendererName(const ::testing::TestParamInfo<const char*>& info) {
+  return info.param;
+}
+
+// A folder with the inputs of the runs above and the output folder "out";
+// its runs render with `renderer`.
 class Workspace {
  public:
-  Workspace() {
+  explicit Workspace(std::string renderer) : renderer_(std::move(renderer)) {
     dir_.write("run.info", "TESTCASE Pkg.Run.Small 1\nTESTCASE Pkg.Run.Large 2\n");
     dir_.write("run.log", runLog());
     fs::create_directories(out());
@@ -77,13 +85,21 @@ class Workspace {
   // bytes (the limit is set by prlimit, which then starts the program).
   Outcome run(const std::vector<std::string>& args, long sizeLimit = 0,
               const std::string& envPath = "/usr/bin:/bin") const {
-    if (sizeLimit <= 0) return test::runProgram(QENDOR_BINARY, args, dir_.path(), envPath);
+    if (sizeLimit <= 0)
+      return test::runProgram(QENDOR_BINARY, rendered(args), dir_.path(), envPath);
     std::vector<std::string> limited = {"--fsize=" + std::to_string(sizeLimit), QENDOR_BINARY};
-    limited.insert(limited.end(), args.begin(), args.end());
+    for (const std::string& arg : rendered(args)) limited.push_back(arg);
     return test::runProgram("/usr/bin/prlimit", limited, dir_.path(), envPath);
   }
 
+  // `args` with the renderer of this workspace.
+  std::vector<std::string> rendered(std::vector<std::string> args) const {
+    args.insert(args.end(), {"-render", renderer_});
+    return args;
+  }
+
  private:
+  std::string renderer_;
   test::TempDir dir_;
 };
 
@@ -99,8 +115,8 @@ struct Reference {
   std::map<std::string, std::string> text;
 };
 
-Reference healthyRun(const std::vector<std::string>& args) {
-  Workspace w;
+Reference healthyRun(const std::vector<std::string>& args, const std::string& renderer) {
+  Workspace w(renderer);
   w.writeVerificationFiles();
   const Outcome o = w.run(args);
   EXPECT_EQ(o.err, "");

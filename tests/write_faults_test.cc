@@ -14,8 +14,12 @@
 namespace qendor {
 namespace {
 
-TEST(WriteFaults, FileSizeLimitFallsInsideEachReport) {
-  const Reference reference = healthyRun(kContextRun);
+// Each fault run is made with each renderer.
+class WriteFaults : public ::testing::TestWithParam<const char*> {};
+INSTANTIATE_TEST_SUITE_P(Renderers, WriteFaults, ::testing::ValuesIn(kRenderers), rendererName);
+
+TEST_P(WriteFaults, FileSizeLimitFallsInsideEachReport) {
+  const Reference reference = healthyRun(kContextRun, GetParam());
   ASSERT_EQ(reference.size.size(), 6u);
   for (size_t i = 1; i < 6; ++i) {
     ASSERT_LT(reference.size.at(kBySize[i - 1]), reference.size.at(kBySize[i])) << kBySize[i];
@@ -69,7 +73,7 @@ TEST(WriteFaults, FileSizeLimitFallsInsideEachReport) {
         "Small.xml"}},
   };
   for (const Case& c : cases) {
-    Workspace w;
+    Workspace w(GetParam());
     w.writeVerificationFiles();
     const Outcome o = w.run(kContextRun, c.limit);
     EXPECT_EQ(o.status, c.status) << c.where;
@@ -80,8 +84,8 @@ TEST(WriteFaults, FileSizeLimitFallsInsideEachReport) {
   }
 }
 
-TEST(WriteFaults, FileSizeLimitInASingleTestCaseRun) {
-  const Reference reference = healthyRun(kLargeRun);
+TEST_P(WriteFaults, FileSizeLimitInASingleTestCaseRun) {
+  const Reference reference = healthyRun(kLargeRun, GetParam());
   ASSERT_LT(reference.size.at("Large.xml"), reference.size.at("Large.html"));
   struct Case {
     const char* lostFile;  // the limit is one byte short of it
@@ -90,7 +94,7 @@ TEST(WriteFaults, FileSizeLimitInASingleTestCaseRun) {
   const Case cases[] = {{"Large.xml", {"Large.ver", "Small.ver"}},
                         {"Large.html", {"Large.ver", "Large.xml", "Small.ver"}}};
   for (const Case& c : cases) {
-    Workspace w;
+    Workspace w(GetParam());
     w.writeVerificationFiles();
     const Outcome o = w.run(kLargeRun, reference.size.at(c.lostFile) - 1);
     EXPECT_EQ(o.status, 25) << c.lostFile;
@@ -102,9 +106,9 @@ TEST(WriteFaults, FileSizeLimitInASingleTestCaseRun) {
 }
 
 // A stale report of an earlier run goes with the document that was lost.
-TEST(WriteFaults, StaleHtmlGoesWithALostDocument) {
-  const Reference reference = healthyRun(kLargeRun);
-  Workspace w;
+TEST_P(WriteFaults, StaleHtmlGoesWithALostDocument) {
+  const Reference reference = healthyRun(kLargeRun, GetParam());
+  Workspace w(GetParam());
   w.writeVerificationFiles();
   std::ofstream(w.path("out/Large.html")) << "stale";
   const Outcome o = w.run(kLargeRun, reference.size.at("Large.xml") - 1);
@@ -115,8 +119,8 @@ TEST(WriteFaults, StaleHtmlGoesWithALostDocument) {
 
 // A folder where a report should go: only the context's own report decides
 // the status.
-TEST(WriteFaults, FolderInAReportsPlace) {
-  const Reference reference = healthyRun(kContextRun);
+TEST_P(WriteFaults, FolderInAReportsPlace) {
+  const Reference reference = healthyRun(kContextRun, GetParam());
   struct Case {
     const char* folder;
     int status;
@@ -139,7 +143,7 @@ TEST(WriteFaults, FolderInAReportsPlace) {
         "Small.xml"}},
   };
   for (const Case& c : cases) {
-    Workspace w;
+    Workspace w(GetParam());
     w.writeVerificationFiles();
     fs::create_directories(w.path("out/" + std::string(c.folder)));
     const Outcome o = w.run(kContextRun);

@@ -26,6 +26,9 @@ class RunVerdicts {
   // The verdict of test case `number` when it was judged; null otherwise.
   const TestCaseVerdict* find(int32_t number) const;
 
+  // Forgets every verdict, giving their memory back.
+  void release() { std::map<int32_t, TestCaseVerdict>().swap(verdicts_); }
+
  private:
   const RunSettings& settings_;
   const TestCaseLogs& logs_;

@@ -116,7 +116,9 @@ async function run() {
 
       // A phone: the picture wraps, the page never scrolls sideways.
       await page.setViewportSize({width: 400, height: 800});
-      await page.waitForTimeout(100);
+      // The page has taken the new width once the window reports it.
+      await page.waitForFunction(() => window.innerWidth === 400 &&
+                                 document.documentElement.clientWidth <= 400);
       const width = await page.evaluate(() => document.documentElement.scrollWidth);
       check(code + ': the page never scrolls sideways at 400 px', width <= 400, width);
       const overflow = await page.$$eval('.diag', (all) =>

@@ -1,10 +1,8 @@
-#include "report/html_report.h"
-#include "report/html_renders.h"
+#include "report/xml_save.h"
 
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
-#include <sched.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -38,15 +36,6 @@ const char kSampleXml[] =
     "    <EnvironmentInfo/>\n"
     "  </ResultHeader>\n"
     "</TestResult>\n";
-
-TEST(StylesheetNameTest, ByReportLanguage) {
-  const std::pair<int, const char*> cases[] = {
-      {1, "TestResult2ENU.xslt"}, {2, "TestResult2CHS.xslt"},  {3, "TestResult2CHT.xslt"},
-      {4, "TestResult2KOR.xslt"}, {5, "TestResult2JPN.xslt"},  {0, "TestResult2ENU.xslt"},
-      {6, "TestResult2ENU.xslt"}, {-1, "TestResult2ENU.xslt"},
-  };
-  for (const auto& [language, name] : cases) EXPECT_STREQ(stylesheetName(language), name);
-}
 
 class SaveXmlDocumentTest : public ::testing::Test {
  protected:
@@ -105,23 +94,6 @@ TEST_F(SaveXmlDocumentTest, SavedFileIsWellFormed) {
   ASSERT_NE(doc, nullptr);
   EXPECT_STREQ(reinterpret_cast<const char*>(xmlDocGetRootElement(doc)->name), "TestResult");
   xmlFreeDoc(doc);
-}
-
-TEST(RenderSlotsTest, OnePerCoreThisProcessMayRunOn) {
-  cpu_set_t original;
-  ASSERT_EQ(sched_getaffinity(0, sizeof original, &original), 0);
-  EXPECT_EQ(renderSlots(), static_cast<size_t>(CPU_COUNT(&original)));
-  // Pinned to one core, a run renders one report at a time.
-  cpu_set_t one;
-  CPU_ZERO(&one);
-  for (int cpu = 0; cpu < CPU_SETSIZE; ++cpu) {
-    if (!CPU_ISSET(cpu, &original)) continue;
-    CPU_SET(cpu, &one);
-    break;
-  }
-  ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
-  EXPECT_EQ(renderSlots(), 1u);
-  ASSERT_EQ(sched_setaffinity(0, sizeof original, &original), 0);
 }
 
 }  // namespace

@@ -1,0 +1,19 @@
+// How one render of a result document into HTML ended.
+#pragma once
+
+#include <string>
+
+namespace qendor {
+
+struct RenderOutcome {
+  // Why no report was made; empty when it was (or when `unwritten` says why).
+  std::string problem;
+  // The report could not be written (a full disk, a file size limit, a
+  // read-only folder), or was lost as such a report is; `reason` tells why.
+  bool unwritten = false;
+  std::string reason;
+  // What the render had to say on standard error, shown in its turn.
+  std::string warnings;
+};
+
+}  // namespace qendor
