@@ -15,8 +15,8 @@
 #include "report/history.h"
 #include "report/history_file.h"
 #include "report/html_renders.h"
-#include "report/xml_save.h"
 #include "report/result_document.h"
+#include "report/xml_save.h"
 #include "verify/verdicts.h"
 
 namespace qendor {
