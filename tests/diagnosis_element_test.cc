@@ -97,6 +97,8 @@ TEST(DiagnosisElement, SequenceDiagramsAndRuns) {
                                 "LOOP_OPERAND_END(l)",
                                 "LOOP_END(l)",
                                 "4"};
+  const SequenceLines emptyLine = {"STRICT_BEGIN(strict_1)", "1", "",  "2", "3",
+                                   "STRICT_END(strict_1)",   "4", "5", "6"};
   struct Run {
     std::vector<std::string> values;
     const char* expected;
@@ -210,6 +212,15 @@ TEST(DiagnosisElement, SequenceDiagramsAndRuns) {
          R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="2"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"/></Outline><Rejected assertion="6" fnr="1" lnr="15" value="4" sdiname="Shop" msgid="m4"/><Expected line="end"/></Diagnosis>)"},
         {{"1", "2"},
          R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="1"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="0"/></Outline><Expected line="7"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+      // No recorded message can be accepted on the empty line.
+      {
+          "empty line",
+          &emptyLine,
+          6,
+          {{{"1", "2"},
+            R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="strict_1" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="" accepted="0"/><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Fragment><Step line="7" value="4" accepted="0"/><Step line="8" value="5" accepted="0"/><Step line="9" value="6" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="2" sdiname="Shop" msgid="m2"/><Expected line="3"/></Diagnosis>)"},
+           {{"1"},
+            R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="strict_1" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="" accepted="0"/><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Fragment><Step line="7" value="4" accepted="0"/><Step line="8" value="5" accepted="0"/><Step line="9" value="6" accepted="0"/></Outline><Expected line="3"/></Diagnosis>)"}}},
   };
   for (const Diagram& d : diagrams) {
     for (size_t i = 0; i < d.runs.size(); ++i) {
