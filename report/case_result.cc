@@ -145,7 +145,8 @@ const std::string& tableEntry(const RunTable<std::string>& table, int32_t key) {
 }
 
 void writeTestCaseResult(xmlNode* parent, const RunSettings& settings, int32_t testCase,
-                         const TestCaseVerdict& verdict, ChildSpool* assertions) {
+                         const TestCaseVerdict& verdict, ChildSpool* assertions,
+                         const StepNames* stepNames) {
   const std::string& fullName = tableEntry(settings.testCaseNames, testCase);
   xmlNode* result = addElement(parent, "TestCaseResult");
   setAttribute(result, "name", afterLast(fullName, '.'));
@@ -175,7 +176,7 @@ void writeTestCaseResult(xmlNode* parent, const RunSettings& settings, int32_t t
     writeSdSummary(container, tableEntry(settings.sequenceDiagramNames, testCase), verdict,
                    imagePath(settings.outDirectory, "result_jpegs", shortName));
   }
-  if (verdict.diagnosis) writeDiagnosis(result, verdict);
+  if (verdict.diagnosis) writeDiagnosis(result, verdict, stepNames);
 }
 
 }  // namespace qendor

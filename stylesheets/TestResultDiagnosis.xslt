@@ -39,6 +39,7 @@
     <d:s lang="en" k="transition">transition</d:s>
     <d:s lang="en" k="sep">; </d:s>
     <d:s lang="en" k="comma">, </d:s>
+    <d:s lang="en" k="otherCase">recorded by another test case of this context</d:s>
 
     <d:s lang="zh-CN" k="title">运行偏离模型的位置</d:s>
     <d:s lang="zh-CN" k="expected">预期步骤</d:s>
@@ -62,6 +63,7 @@
     <d:s lang="zh-CN" k="transition">转换</d:s>
     <d:s lang="zh-CN" k="sep">；</d:s>
     <d:s lang="zh-CN" k="comma">、</d:s>
+    <d:s lang="zh-CN" k="otherCase">由本上下文的另一个测试用例记录</d:s>
 
     <d:s lang="zh-TW" k="title">執行偏離模型的位置</d:s>
     <d:s lang="zh-TW" k="expected">預期步驟</d:s>
@@ -85,6 +87,7 @@
     <d:s lang="zh-TW" k="transition">轉換</d:s>
     <d:s lang="zh-TW" k="sep">；</d:s>
     <d:s lang="zh-TW" k="comma">、</d:s>
+    <d:s lang="zh-TW" k="otherCase">由本上下文的另一個測試案例記錄</d:s>
 
     <d:s lang="ko" k="title">실행이 모델을 벗어난 위치</d:s>
     <d:s lang="ko" k="expected">예상 단계</d:s>
@@ -108,6 +111,7 @@
     <d:s lang="ko" k="transition">전이</d:s>
     <d:s lang="ko" k="sep">; </d:s>
     <d:s lang="ko" k="comma">, </d:s>
+    <d:s lang="ko" k="otherCase">이 컨텍스트의 다른 테스트 케이스가 기록함</d:s>
 
     <d:s lang="ja" k="title">実行がモデルから外れた箇所</d:s>
     <d:s lang="ja" k="expected">期待されたステップ</d:s>
@@ -131,6 +135,7 @@
     <d:s lang="ja" k="transition">遷移</d:s>
     <d:s lang="ja" k="sep">。</d:s>
     <d:s lang="ja" k="comma">、</d:s>
+    <d:s lang="ja" k="otherCase">このコンテキストの別のテストケースが記録</d:s>
   </d:strings>
 
   <xsl:variable name="diagnosisWords" select="document('')/*/d:strings/d:s"/>
@@ -276,6 +281,26 @@
       </xsl:attribute>
       <xsl:value-of select="@value"/>
       <xsl:call-template name="diag-count"/>
+      <xsl:apply-templates select="Name" mode="diag"/>
+    </span>
+  </xsl:template>
+
+  <!-- A message the step's value was recorded under: instance.message; one
+       only another test case of the context recorded is pale. -->
+  <xsl:template match="Name" mode="diag">
+    <span>
+      <xsl:attribute name="class">
+        <xsl:text>msg name</xsl:text>
+        <xsl:if test="@from = 'other'"> other</xsl:if>
+      </xsl:attribute>
+      <xsl:if test="string(@instance) != ''">
+        <xsl:value-of select="@instance"/>
+        <xsl:text>.</xsl:text>
+      </xsl:if>
+      <xsl:value-of select="@message"/>
+      <xsl:if test="@from = 'other'">
+        <span class="sr"><xsl:text> (</xsl:text><xsl:call-template name="dw"><xsl:with-param name="k" select="'otherCase'"/></xsl:call-template><xsl:text>)</xsl:text></span>
+      </xsl:if>
     </span>
   </xsl:template>
 
@@ -434,6 +459,8 @@
 .diag .chip.reached{background:var(--pass-bg,#dcf5e6);border-color:var(--pass,#0f6b3a);}
 .diag .chip.rejected{border-color:var(--fail,#b01c0c);background:var(--fail-bg,#ffe8e3);color:var(--fail,#b01c0c);font-weight:600;}
 .diag .chip .msg{margin-left:.4em;font-weight:400;}
+.diag .chip .name{font-size:.85em;}
+.diag .chip .name.other{font-style:italic;color:var(--muted,#57606a);}
 .diag .times,.diag .count{margin-left:.3em;font-size:.85em;color:var(--muted,#57606a);}
 .diag .frag{display:inline-flex;flex-direction:column;padding:0 0 .4em;border:1.5px solid var(--muted,#57606a);border-radius:4px;max-width:100%;box-sizing:border-box;}
 .diag .frag>.op{align-self:flex-start;margin-bottom:.3em;padding:.05em .5em;font-size:.8em;font-weight:600;border-right:1.5px solid var(--muted,#57606a);border-bottom:1.5px solid var(--muted,#57606a);border-bottom-right-radius:6px;background:var(--soft,#f6f8fa);}

@@ -113,6 +113,12 @@ TEST(Explain, DiagnosesEveryModelBasedTestCaseOfTheExample) {
                          "        </Expected>"),
             std::string::npos)
       << context;
+  // Its steps are named after the messages that reached them.
+  EXPECT_NE(context.find("<Step line=\"4\" value=\"2\" accepted=\"2\">\n"
+                         "                <Name instance=\"Checkout\" message=\"applyCoupon\"/>\n"
+                         "              </Step>"),
+            std::string::npos)
+      << context;
 }
 
 TEST(Explain, TheOptionTakesNoValueAndStandsAnywhere) {
