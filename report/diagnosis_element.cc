@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "report/entry_attributes.h"
 #include "report/xml_node.h"
 #include "verify/sequence_diagnosis.h"
 
@@ -163,10 +164,27 @@ void writeChartDiagnosis(xmlNode* diagnosis, const ChartDiagnosis& chart) {
   }
 }
 
+// The entries after the rejected one, numbered on from it, as the assertion
+// table would have shown them.
+void writeNotJudged(xmlNode* diagnosis, const TestCaseVerdict& verdict,
+                    const RunTable<std::string>& sourceFiles) {
+  const Diagnosis& explained = *verdict.diagnosis;
+  if (explained.notJudged.empty()) return;
+  xmlNode* list = addElement(diagnosis, "NotJudged");
+  setAttribute(list, "more", decimalText(static_cast<int64_t>(explained.moreNotJudged)));
+  size_t number = verdict.entries.size();
+  for (const AssertionEntry& entry : explained.notJudged) {
+    xmlNode* element = addElement(list, "Entry");
+    setAttribute(element, "assertion", decimalText(static_cast<int64_t>(++number)));
+    if (!entry.progressValue.empty()) setAttribute(element, "value", entry.progressValue);
+    writeEntryAttributes(element, entry, verdict.type, sourceFiles);
+  }
+}
+
 }  // namespace
 
 void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict,
-                    const StepNames* context) {
+                    const RunTable<std::string>& sourceFiles, const StepNames* context) {
   if (!verdict.diagnosis) return;
   const Diagnosis& diagnosis = *verdict.diagnosis;
   const SequenceLines* lines = diagnosis.sequenceLines.get();
@@ -177,6 +195,7 @@ void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict,
   } else {
     writeChartDiagnosis(element, diagnosis.chart);
   }
+  writeNotJudged(element, verdict, sourceFiles);
 }
 
 }  // namespace qendor

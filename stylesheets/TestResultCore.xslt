@@ -1177,6 +1177,10 @@
                     <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
                   </tr>
                 </xsl:for-each>
+                <xsl:apply-templates select="../Diagnosis/NotJudged" mode="rows">
+                  <xsl:with-param name="sd" select="true()"/>
+                  <xsl:with-param name="cid" select="$cid"/>
+                </xsl:apply-templates>
               </xsl:when>
               <xsl:otherwise>
                 <xsl:for-each select="AssertionInfo">
@@ -1198,6 +1202,10 @@
                     <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
                   </tr>
                 </xsl:for-each>
+                <xsl:apply-templates select="../Diagnosis/NotJudged" mode="rows">
+                  <xsl:with-param name="sd" select="false()"/>
+                  <xsl:with-param name="cid" select="$cid"/>
+                </xsl:apply-templates>
               </xsl:otherwise>
             </xsl:choose>
           </tbody>

@@ -42,6 +42,8 @@
     <d:s lang="en" k="otherCase">recorded by another test case of this context</d:s>
     <d:s lang="en" k="modelRejected">rejected by the model</d:s>
     <d:s lang="en" k="toDiagram">show in the diagram</d:s>
+    <d:s lang="en" k="notJudged">not judged</d:s>
+    <d:s lang="en" k="moreNotJudged">more records not judged:</d:s>
 
     <d:s lang="zh-CN" k="title">运行偏离模型的位置</d:s>
     <d:s lang="zh-CN" k="expected">预期步骤</d:s>
@@ -68,6 +70,8 @@
     <d:s lang="zh-CN" k="otherCase">由本上下文的另一个测试用例记录</d:s>
     <d:s lang="zh-CN" k="modelRejected">被模型拒绝</d:s>
     <d:s lang="zh-CN" k="toDiagram">在图中显示</d:s>
+    <d:s lang="zh-CN" k="notJudged">未评判</d:s>
+    <d:s lang="zh-CN" k="moreNotJudged">其余未评判的记录：</d:s>
 
     <d:s lang="zh-TW" k="title">執行偏離模型的位置</d:s>
     <d:s lang="zh-TW" k="expected">預期步驟</d:s>
@@ -94,6 +98,8 @@
     <d:s lang="zh-TW" k="otherCase">由本上下文的另一個測試案例記錄</d:s>
     <d:s lang="zh-TW" k="modelRejected">被模型拒絕</d:s>
     <d:s lang="zh-TW" k="toDiagram">在圖中顯示</d:s>
+    <d:s lang="zh-TW" k="notJudged">未評判</d:s>
+    <d:s lang="zh-TW" k="moreNotJudged">其餘未評判的記錄：</d:s>
 
     <d:s lang="ko" k="title">실행이 모델을 벗어난 위치</d:s>
     <d:s lang="ko" k="expected">예상 단계</d:s>
@@ -120,6 +126,8 @@
     <d:s lang="ko" k="otherCase">이 컨텍스트의 다른 테스트 케이스가 기록함</d:s>
     <d:s lang="ko" k="modelRejected">모델이 거부함</d:s>
     <d:s lang="ko" k="toDiagram">다이어그램에서 보기</d:s>
+    <d:s lang="ko" k="notJudged">판정하지 않음</d:s>
+    <d:s lang="ko" k="moreNotJudged">판정하지 않은 나머지 기록:</d:s>
 
     <d:s lang="ja" k="title">実行がモデルから外れた箇所</d:s>
     <d:s lang="ja" k="expected">期待されたステップ</d:s>
@@ -146,6 +154,8 @@
     <d:s lang="ja" k="otherCase">このコンテキストの別のテストケースが記録</d:s>
     <d:s lang="ja" k="modelRejected">モデルが拒否</d:s>
     <d:s lang="ja" k="toDiagram">図で表示</d:s>
+    <d:s lang="ja" k="notJudged">未判定</d:s>
+    <d:s lang="ja" k="moreNotJudged">判定していない残りの記録:</d:s>
   </d:strings>
 
   <xsl:variable name="diagnosisWords" select="document('')/*/d:strings/d:s"/>
@@ -387,6 +397,60 @@
     </div>
   </xsl:template>
 
+  <!-- The records after the rejected one, which the model never judged:
+       greyed rows after the table's own, shaped like them, each with its
+       own status and the words "not judged". -->
+  <xsl:template match="NotJudged" mode="rows">
+    <xsl:param name="sd"/>
+    <xsl:param name="cid"/>
+    <xsl:for-each select="Entry">
+      <tr ID="{$cid}-a{@assertion}" class="not-judged">
+        <th><a href="#{$cid}-a{@assertion}"><xsl:value-of select="@assertion"/></a></th>
+        <td>
+          <xsl:choose>
+            <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>
+            <xsl:otherwise><xsl:call-template name="row-status"/></xsl:otherwise>
+          </xsl:choose>
+          <span class="nj-mark"><xsl:call-template name="dw"><xsl:with-param name="k" select="'notJudged'"/></xsl:call-template></span>
+        </td>
+        <xsl:choose>
+          <xsl:when test="$sd">
+            <td><xsl:value-of select="concat(@sdiname, ' / ', @msgid)"/></td>
+            <td><xsl:value-of select="@usermsg"/></td>
+            <td>
+              <xsl:if test="string(@inr) or string(@onr)">
+                <xsl:value-of select="concat(substring-before(concat(@inr, ' '), ' '), ' / ', substring-before(concat(@onr, ' '), ' '))"/>
+              </xsl:if>
+            </td>
+            <td><xsl:value-of select="@arbiterAssert"/></td>
+            <td><xsl:value-of select="@guid"/></td>
+          </xsl:when>
+          <xsl:otherwise>
+            <td><xsl:value-of select="@name"/></td>
+          </xsl:otherwise>
+        </xsl:choose>
+        <td><xsl:call-template name="path"><xsl:with-param name="p" select="@dir"/></xsl:call-template></td>
+        <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
+      </tr>
+    </xsl:for-each>
+    <xsl:if test="@more &gt; 0">
+      <tr class="not-judged">
+        <th></th>
+        <td>
+          <xsl:attribute name="colspan">
+            <xsl:choose>
+              <xsl:when test="$sd">8</xsl:when>
+              <xsl:otherwise>4</xsl:otherwise>
+            </xsl:choose>
+          </xsl:attribute>
+          <xsl:call-template name="dw"><xsl:with-param name="k" select="'moreNotJudged'"/></xsl:call-template>
+          <xsl:text> </xsl:text>
+          <xsl:value-of select="@more"/>
+        </td>
+      </tr>
+    </xsl:if>
+  </xsl:template>
+
   <!-- ===== Charts ===== -->
 
   <xsl:template name="diag-chart">
@@ -521,6 +585,10 @@ a.chip.rejected:hover{text-decoration:underline;}
 .asserts tr.model-rejected>th{box-shadow:inset 4px 0 var(--fail,#b01c0c);}
 .asserts .model-mark{display:block;white-space:normal;color:var(--fail,#b01c0c);font-weight:600;}
 .asserts .model-mark:target,.diag .chip:target{outline:3px solid var(--focus,#0969da);}
+.asserts tr.not-judged{--c:var(--muted,#57606a);}
+.asserts tr.not-judged>*{color:var(--muted,#57606a);background:var(--soft,#f6f8fa);}
+.asserts tr.not-judged td:nth-child(2)::before{content:"\2013\a0";content:"\2013\a0"/"";}
+.asserts .nj-mark{display:block;white-space:normal;font-style:italic;font-weight:400;}
 @media print{.diag{break-inside:avoid;}}
 </xsl:text>
   </xsl:template>
