@@ -6,6 +6,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "report/diagnosis_element.h"
+#include "report/entry_attributes.h"
 #include "report/xml_node.h"
 
 namespace qendor {
@@ -35,59 +36,12 @@ bool imageExists(const ImagePath& image) {
   return true;
 }
 
-// Splits a source path at its last "/". Without one both halves are the whole
-// path: the not-found position plus one wraps round to the start.
-struct SourcePath {
-  std::string_view dir;
-  std::string_view filename;
-};
-SourcePath splitSourcePath(std::string_view path) {
-  const size_t slash = path.rfind('/');
-  return SourcePath{path.substr(0, slash), path.substr(slash + 1)};
-}
-
-// Where an entry's assertion stands in the sources.
-void setSourceAttributes(xmlNode* info, const AssertionRecord& record, const SourcePath& source) {
-  setAttribute(info, "dir", source.dir);
-  setAttribute(info, "filename", source.filename);
-  setAttribute(info, "fnr", record.fileNumber);
-  setAttribute(info, "lnr", record.lineNumber);
-}
-
-// The attributes of a sequence diagram test case's entry.
-void writeSdEntry(xmlNode* info, const AssertionEntry& entry, const SourcePath& source) {
-  const AssertionRecord& record = *entry.record;
-  setAttribute(info, "sdiname", entry.sdiName);
-  setAttribute(info, "msgid", entry.msgId);
-  setAttribute(info, "guid", entry.guid);
-  setAttribute(info, "status", statusText(record.status));
-  setAttribute(info, "usermsg", entry.userMessage);
-  setAttribute(info, "inr", entry.inr);
-  setAttribute(info, "onr", entry.onr);
-  setSourceAttributes(info, record, source);
-  if (!entry.arbiterKind.empty()) setAttribute(info, "arbiterAssert", entry.arbiterKind);
-}
-
-// The attributes of any other entry.
-void writeCodeEntry(xmlNode* info, const AssertionEntry& entry, const SourcePath& source) {
-  const AssertionRecord& record = *entry.record;
-  setAttribute(info, "name", entry.message);
-  setAttribute(info, "status", statusText(record.status));
-  setSourceAttributes(info, record, source);
-}
-
 // One "AssertionInfo" element per entry the verdict lists.
 void writeEntries(const RunTable<std::string>& sourceFiles, const TestCaseVerdict& verdict,
                   xmlNode* container, ChildSpool* assertions) {
   for (const AssertionEntry& entry : verdict.entries) {
     xmlNode* info = addElement(container, "AssertionInfo");
-    const SourcePath source =
-        splitSourcePath(tableEntry(sourceFiles, readInt32(entry.record->fileNumber)));
-    if (verdict.type == TestType::kSequenceDiagram) {
-      writeSdEntry(info, entry, source);
-    } else {
-      writeCodeEntry(info, entry, source);
-    }
+    writeEntryAttributes(info, entry, verdict.type, sourceFiles);
     if (assertions && info) {
       xmlUnlinkNode(info);
       assertions->add(XmlNodePtr(info));
@@ -145,7 +99,8 @@ const std::string& tableEntry(const RunTable<std::string>& table, int32_t key) {
 }
 
 void writeTestCaseResult(xmlNode* parent, const RunSettings& settings, int32_t testCase,
-                         const TestCaseVerdict& verdict, ChildSpool* assertions) {
+                         const TestCaseVerdict& verdict, ChildSpool* assertions,
+                         const StepNames* stepNames) {
   const std::string& fullName = tableEntry(settings.testCaseNames, testCase);
   xmlNode* result = addElement(parent, "TestCaseResult");
   setAttribute(result, "name", afterLast(fullName, '.'));
@@ -175,7 +130,7 @@ void writeTestCaseResult(xmlNode* parent, const RunSettings& settings, int32_t t
     writeSdSummary(container, tableEntry(settings.sequenceDiagramNames, testCase), verdict,
                    imagePath(settings.outDirectory, "result_jpegs", shortName));
   }
-  if (verdict.diagnosis) writeDiagnosis(result, verdict);
+  if (verdict.diagnosis) writeDiagnosis(result, verdict, settings.sourceFiles, stepNames);
 }
 
 }  // namespace qendor

@@ -9,6 +9,7 @@
 #include "base/run_settings.h"
 #include "report/child_spool.h"
 #include "verify/judgement.h"
+#include "verify/step_names.h"
 
 namespace qendor {
 
@@ -16,8 +17,11 @@ namespace qendor {
 // judged it, to `parent`; its names, source files and image folder come from
 // `settings`. With `assertions`, the "AssertionInfo" elements go into that
 // spool, attached to their container, instead of staying in the tree.
+// `stepNames`: in a context document, the names the context's test cases
+// gave the steps of this test case's diagram (see writeDiagnosis).
 void writeTestCaseResult(xmlNode* parent, const RunSettings& settings, int32_t testCase,
-                         const TestCaseVerdict& verdict, ChildSpool* assertions = nullptr);
+                         const TestCaseVerdict& verdict, ChildSpool* assertions = nullptr,
+                         const StepNames* stepNames = nullptr);
 
 // The texts of the verdict's values as the documents write them.
 std::string_view verificationResultText(VerificationResult result);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "report/entry_attributes.h"
 #include "report/xml_node.h"
 #include "verify/sequence_diagnosis.h"
 
@@ -19,11 +20,35 @@ std::string lineText(size_t index) {
   return decimalText(static_cast<int64_t>(index) + 1);
 }
 
-void writeStep(xmlNode* parent, const SequenceLines& lines, size_t line, uint32_t accepted) {
+// The names the step's value was recorded under: this test case's, then
+// those only other test cases of the context recorded.
+struct OutlineNames {
+  const StepNames& own;
+  const StepNames* context;  // null outside a context document
+
+  bool any(size_t line) const {
+    return !own.at(line).empty() || (context && !context->at(line).empty());
+  }
+};
+
+void writeName(xmlNode* step, const StepName& name, bool other) {
+  xmlNode* element = addElement(step, "Name");
+  setAttribute(element, "instance", name.instance);
+  setAttribute(element, "message", name.message);
+  if (other) setAttribute(element, "from", "other");
+}
+
+void writeStep(xmlNode* parent, const SequenceLines& lines, size_t line, uint32_t accepted,
+               const OutlineNames& names) {
   xmlNode* step = addElement(parent, "Step");
   setAttribute(step, "line", lineText(line));
   setAttribute(step, "value", lines[line]);
   setAttribute(step, "accepted", decimalText(accepted));
+  for (const StepName& name : names.own.at(line)) writeName(step, name, false);
+  if (!names.context) return;
+  for (const StepName& name : names.context->at(line)) {
+    if (!names.own.has(line, name)) writeName(step, name, true);
+  }
 }
 
 // Steps from..to (indexes into `items`), all with the same count.
@@ -38,25 +63,28 @@ void writeSteps(xmlNode* parent, const SequenceLines& lines, const std::vector<O
   setAttribute(steps, "accepted", decimalText(accepted));
 }
 
-void writeOutline(xmlNode* diagnosis, const SequenceLines& lines,
-                  const SequenceDiagnosis& sequence) {
+void writeOutline(xmlNode* diagnosis, const SequenceLines& lines, const SequenceDiagnosis& sequence,
+                  const OutlineNames& names) {
   const std::vector<OutlineItem> items = sequenceOutline(lines);
   std::vector<xmlNode*> open{addElement(diagnosis, "Outline")};
   for (size_t i = 0; i < items.size(); ++i) {
     const OutlineItem& item = items[i];
     switch (item.kind) {
       case OutlineItem::Kind::kStep: {
+        // A named step stands alone: its names are what the reader looks for.
         const uint32_t accepted = sequence.acceptedAt[item.line];
         size_t last = i;
-        while (last + 1 < items.size() && items[last + 1].kind == OutlineItem::Kind::kStep &&
-               sequence.acceptedAt[items[last + 1].line] == accepted) {
+        while (!names.any(item.line) && last + 1 < items.size() &&
+               items[last + 1].kind == OutlineItem::Kind::kStep &&
+               sequence.acceptedAt[items[last + 1].line] == accepted &&
+               !names.any(items[last + 1].line)) {
           ++last;
         }
         if (last + 1 - i >= kFoldedRun) {
           writeSteps(open.back(), lines, items, i, last, accepted);
           i = last;
         } else {
-          writeStep(open.back(), lines, item.line, accepted);
+          writeStep(open.back(), lines, item.line, accepted, names);
         }
         break;
       }
@@ -83,9 +111,12 @@ void writeOutline(xmlNode* diagnosis, const SequenceLines& lines,
 }
 
 void writeSequenceDiagnosis(xmlNode* diagnosis, const SequenceLines& lines,
-                            const SequenceDiagnosis& sequence) {
+                            const TestCaseVerdict& verdict, const StepNames* context) {
+  const SequenceDiagnosis& sequence = verdict.diagnosis->sequence;
   setAttribute(diagnosis, "kind", "sequence");
-  writeOutline(diagnosis, lines, sequence);
+  StepNames own(lines.size());
+  own.add(verdict);
+  writeOutline(diagnosis, lines, sequence, OutlineNames{own, context});
   if (const AssertionRecord* record = sequence.rejectedRecord) {
     xmlNode* rejected = addElement(diagnosis, "Rejected");
     setAttribute(rejected, "assertion", decimalText(static_cast<int64_t>(sequence.rejectedEntry)));
@@ -133,19 +164,38 @@ void writeChartDiagnosis(xmlNode* diagnosis, const ChartDiagnosis& chart) {
   }
 }
 
+// The entries after the rejected one, numbered on from it, as the assertion
+// table would have shown them.
+void writeNotJudged(xmlNode* diagnosis, const TestCaseVerdict& verdict,
+                    const RunTable<std::string>& sourceFiles) {
+  const Diagnosis& explained = *verdict.diagnosis;
+  if (explained.notJudged.empty()) return;
+  xmlNode* list = addElement(diagnosis, "NotJudged");
+  setAttribute(list, "more", decimalText(static_cast<int64_t>(explained.moreNotJudged)));
+  size_t number = verdict.entries.size();
+  for (const AssertionEntry& entry : explained.notJudged) {
+    xmlNode* element = addElement(list, "Entry");
+    setAttribute(element, "assertion", decimalText(static_cast<int64_t>(++number)));
+    if (!entry.progressValue.empty()) setAttribute(element, "value", entry.progressValue);
+    writeEntryAttributes(element, entry, verdict.type, sourceFiles);
+  }
+}
+
 }  // namespace
 
-void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict) {
+void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict,
+                    const RunTable<std::string>& sourceFiles, const StepNames* context) {
   if (!verdict.diagnosis) return;
   const Diagnosis& diagnosis = *verdict.diagnosis;
   const SequenceLines* lines = diagnosis.sequenceLines.get();
   if (diagnosis.kind == Diagnosis::Kind::kSequence && !lines) return;
   xmlNode* element = addElement(testCaseResult, "Diagnosis");
   if (diagnosis.kind == Diagnosis::Kind::kSequence) {
-    writeSequenceDiagnosis(element, *lines, diagnosis.sequence);
+    writeSequenceDiagnosis(element, *lines, verdict, context);
   } else {
     writeChartDiagnosis(element, diagnosis.chart);
   }
+  writeNotJudged(element, verdict, sourceFiles);
 }
 
 }  // namespace qendor

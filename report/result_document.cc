@@ -4,6 +4,7 @@
 #include <ctime>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/paths.h"
 #include "report/case_result.h"
@@ -104,13 +105,21 @@ ResultDocument buildTestContextDocument(const RunSettings& settings, RunVerdicts
   xmlNode* contextResult = addElement(root, "TestContextResult");
   document.spool.attach(contextResult);
 
+  const std::vector<int32_t> members = contextMembers(settings, settings.testContextName);
+  // An explained test case names its diagram's steps after every test case
+  // of the context judged against the same diagram: all are judged first.
+  DiagramStepNames stepNames;
+  if (settings.explain) {
+    for (int32_t number : members) stepNames.add(verdicts.of(number));
+  }
   Status contextStatus = Status::kUndefined;
-  for (int32_t number : contextMembers(settings, settings.testContextName)) {
+  for (int32_t number : members) {
     const TestCaseVerdict& verdict = verdicts.of(number);
     // Each test case is written in its place in the tree, so that its lines
     // are indented as deep as they stand, and then spooled.
     ChildSpool assertions;
-    writeTestCaseResult(contextResult, settings, number, verdict, &assertions);
+    writeTestCaseResult(contextResult, settings, number, verdict, &assertions,
+                        stepNames.of(verdict));
     xmlNode* caseResult = contextResult->last;
     xmlUnlinkNode(caseResult);
     document.spool.add(XmlNodePtr(caseResult), &assertions);

@@ -1131,17 +1131,23 @@
                  the XSLT processor then does not enter each of a hundred
                  thousand rows into its table of IDs, which costs it more
                  than the rest of the row. -->
+            <!-- The row the model rejected, when explained (NaN: none). -->
+            <xsl:variable name="rejected" select="number(../Diagnosis/Rejected/@assertion | ../Diagnosis/NoMatch/@assertion)"/>
             <xsl:choose>
               <xsl:when test="$sd">
                 <xsl:for-each select="AssertionInfo">
                   <tr ID="{$cid}-a{position()}">
-                    <xsl:if test="not(@status = 'PASSED')"><xsl:call-template name="row-class"/></xsl:if>
+                    <xsl:choose>
+                      <xsl:when test="position() = $rejected"><xsl:call-template name="rejected-row-class"/></xsl:when>
+                      <xsl:when test="not(@status = 'PASSED')"><xsl:call-template name="row-class"/></xsl:when>
+                    </xsl:choose>
                     <th><a href="#{$cid}-a{position()}"><xsl:value-of select="position()"/></a></th>
                     <td>
                       <xsl:choose>
                         <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>
                         <xsl:otherwise><xsl:call-template name="row-status"/></xsl:otherwise>
                       </xsl:choose>
+                      <xsl:if test="position() = $rejected"><xsl:call-template name="rejected-row-mark"><xsl:with-param name="cid" select="$cid"/></xsl:call-template></xsl:if>
                     </td>
                     <td><xsl:value-of select="concat(@sdiname, ' / ', @msgid)"/></td>
                     <td><xsl:value-of select="@usermsg"/><xsl:if test="@name"><div class="mono"><xsl:value-of select="@name"/></div></xsl:if></td>
@@ -1171,23 +1177,35 @@
                     <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
                   </tr>
                 </xsl:for-each>
+                <xsl:apply-templates select="../Diagnosis/NotJudged" mode="rows">
+                  <xsl:with-param name="sd" select="true()"/>
+                  <xsl:with-param name="cid" select="$cid"/>
+                </xsl:apply-templates>
               </xsl:when>
               <xsl:otherwise>
                 <xsl:for-each select="AssertionInfo">
                   <tr ID="{$cid}-a{position()}">
-                    <xsl:if test="not(@status = 'PASSED')"><xsl:call-template name="row-class"/></xsl:if>
+                    <xsl:choose>
+                      <xsl:when test="position() = $rejected"><xsl:call-template name="rejected-row-class"/></xsl:when>
+                      <xsl:when test="not(@status = 'PASSED')"><xsl:call-template name="row-class"/></xsl:when>
+                    </xsl:choose>
                     <th><a href="#{$cid}-a{position()}"><xsl:value-of select="position()"/></a></th>
                     <td>
                       <xsl:choose>
                         <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>
                         <xsl:otherwise><xsl:call-template name="row-status"/></xsl:otherwise>
                       </xsl:choose>
+                      <xsl:if test="position() = $rejected"><xsl:call-template name="rejected-row-mark"><xsl:with-param name="cid" select="$cid"/></xsl:call-template></xsl:if>
                     </td>
                     <td><xsl:value-of select="@name"/></td>
                     <td><xsl:call-template name="path"><xsl:with-param name="p" select="@dir"/></xsl:call-template></td>
                     <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
                   </tr>
                 </xsl:for-each>
+                <xsl:apply-templates select="../Diagnosis/NotJudged" mode="rows">
+                  <xsl:with-param name="sd" select="false()"/>
+                  <xsl:with-param name="cid" select="$cid"/>
+                </xsl:apply-templates>
               </xsl:otherwise>
             </xsl:choose>
           </tbody>
@@ -1200,13 +1218,17 @@
   <!-- The class of an assertion row that did not pass. -->
   <xsl:template name="row-class">
     <xsl:attribute name="class">
-      <xsl:choose>
-        <xsl:when test="@status = 'FAILED'">bad st-fail</xsl:when>
-        <xsl:when test="@status = 'ERROR'">bad st-error</xsl:when>
-        <xsl:when test="@status">bad st-other</xsl:when>
-        <xsl:otherwise>st-other</xsl:otherwise>
-      </xsl:choose>
+      <xsl:call-template name="row-class-text"/>
     </xsl:attribute>
+  </xsl:template>
+
+  <xsl:template name="row-class-text">
+    <xsl:choose>
+      <xsl:when test="@status = 'FAILED'">bad st-fail</xsl:when>
+      <xsl:when test="@status = 'ERROR'">bad st-error</xsl:when>
+      <xsl:when test="@status">bad st-other</xsl:when>
+      <xsl:otherwise>st-other</xsl:otherwise>
+    </xsl:choose>
   </xsl:template>
 
   <!-- The status word of an assertion row that did not pass. -->

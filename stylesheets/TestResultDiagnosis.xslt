@@ -39,6 +39,11 @@
     <d:s lang="en" k="transition">transition</d:s>
     <d:s lang="en" k="sep">; </d:s>
     <d:s lang="en" k="comma">, </d:s>
+    <d:s lang="en" k="otherCase">recorded by another test case of this context</d:s>
+    <d:s lang="en" k="modelRejected">rejected by the model</d:s>
+    <d:s lang="en" k="toDiagram">show in the diagram</d:s>
+    <d:s lang="en" k="notJudged">not judged</d:s>
+    <d:s lang="en" k="moreNotJudged">more records not judged:</d:s>
 
     <d:s lang="zh-CN" k="title">运行偏离模型的位置</d:s>
     <d:s lang="zh-CN" k="expected">预期步骤</d:s>
@@ -62,6 +67,11 @@
     <d:s lang="zh-CN" k="transition">转换</d:s>
     <d:s lang="zh-CN" k="sep">；</d:s>
     <d:s lang="zh-CN" k="comma">、</d:s>
+    <d:s lang="zh-CN" k="otherCase">由本上下文的另一个测试用例记录</d:s>
+    <d:s lang="zh-CN" k="modelRejected">被模型拒绝</d:s>
+    <d:s lang="zh-CN" k="toDiagram">在图中显示</d:s>
+    <d:s lang="zh-CN" k="notJudged">未评判</d:s>
+    <d:s lang="zh-CN" k="moreNotJudged">其余未评判的记录：</d:s>
 
     <d:s lang="zh-TW" k="title">執行偏離模型的位置</d:s>
     <d:s lang="zh-TW" k="expected">預期步驟</d:s>
@@ -85,6 +95,11 @@
     <d:s lang="zh-TW" k="transition">轉換</d:s>
     <d:s lang="zh-TW" k="sep">；</d:s>
     <d:s lang="zh-TW" k="comma">、</d:s>
+    <d:s lang="zh-TW" k="otherCase">由本上下文的另一個測試案例記錄</d:s>
+    <d:s lang="zh-TW" k="modelRejected">被模型拒絕</d:s>
+    <d:s lang="zh-TW" k="toDiagram">在圖中顯示</d:s>
+    <d:s lang="zh-TW" k="notJudged">未評判</d:s>
+    <d:s lang="zh-TW" k="moreNotJudged">其餘未評判的記錄：</d:s>
 
     <d:s lang="ko" k="title">실행이 모델을 벗어난 위치</d:s>
     <d:s lang="ko" k="expected">예상 단계</d:s>
@@ -108,6 +123,11 @@
     <d:s lang="ko" k="transition">전이</d:s>
     <d:s lang="ko" k="sep">; </d:s>
     <d:s lang="ko" k="comma">, </d:s>
+    <d:s lang="ko" k="otherCase">이 컨텍스트의 다른 테스트 케이스가 기록함</d:s>
+    <d:s lang="ko" k="modelRejected">모델이 거부함</d:s>
+    <d:s lang="ko" k="toDiagram">다이어그램에서 보기</d:s>
+    <d:s lang="ko" k="notJudged">판정하지 않음</d:s>
+    <d:s lang="ko" k="moreNotJudged">판정하지 않은 나머지 기록:</d:s>
 
     <d:s lang="ja" k="title">実行がモデルから外れた箇所</d:s>
     <d:s lang="ja" k="expected">期待されたステップ</d:s>
@@ -131,6 +151,11 @@
     <d:s lang="ja" k="transition">遷移</d:s>
     <d:s lang="ja" k="sep">。</d:s>
     <d:s lang="ja" k="comma">、</d:s>
+    <d:s lang="ja" k="otherCase">このコンテキストの別のテストケースが記録</d:s>
+    <d:s lang="ja" k="modelRejected">モデルが拒否</d:s>
+    <d:s lang="ja" k="toDiagram">図で表示</d:s>
+    <d:s lang="ja" k="notJudged">未判定</d:s>
+    <d:s lang="ja" k="moreNotJudged">判定していない残りの記録:</d:s>
   </d:strings>
 
   <xsl:variable name="diagnosisWords" select="document('')/*/d:strings/d:s"/>
@@ -230,16 +255,41 @@
     </xsl:for-each>
   </xsl:template>
 
+  <!-- The rejected message links to its row of the assertion table, which
+       links back here. -->
   <xsl:template name="diag-rejected-chip">
     <xsl:variable name="r" select="ancestor-or-self::Diagnosis/Rejected"/>
-    <span class="chip rejected">
+    <xsl:variable name="cid"><xsl:call-template name="case-id"><xsl:with-param name="tc" select="ancestor::TestCaseResult[1]"/></xsl:call-template></xsl:variable>
+    <a class="chip rejected" id="{$cid}-rej" href="#{$cid}-a{$r/@assertion}">
       <span aria-hidden="true">&#10007; </span>
       <xsl:value-of select="$r/@value"/>
       <xsl:if test="string($r/@msgid) != ''">
         <span class="msg"><xsl:value-of select="$r/@msgid"/></span>
       </xsl:if>
       <span class="sr"><xsl:text> </xsl:text><xsl:call-template name="dw"><xsl:with-param name="k" select="'rejected'"/></xsl:call-template></span>
-    </span>
+      <span class="times"><xsl:text> #</xsl:text><xsl:value-of select="$r/@assertion"/></span>
+    </a>
+  </xsl:template>
+
+  <!-- In the assertion table: the class and the mark of the row the model
+       rejected, beside its own status, which stays as recorded. -->
+  <xsl:template name="rejected-row-class">
+    <xsl:attribute name="class">
+      <xsl:if test="not(@status = 'PASSED')">
+        <xsl:call-template name="row-class-text"/>
+        <xsl:text> </xsl:text>
+      </xsl:if>
+      <xsl:text>model-rejected</xsl:text>
+    </xsl:attribute>
+  </xsl:template>
+
+  <xsl:template name="rejected-row-mark">
+    <xsl:param name="cid"/>
+    <a class="model-mark" href="#{$cid}-rej">
+      <xsl:attribute name="title"><xsl:call-template name="dw"><xsl:with-param name="k" select="'toDiagram'"/></xsl:call-template></xsl:attribute>
+      <span aria-hidden="true">&#10007; </span>
+      <xsl:call-template name="dw"><xsl:with-param name="k" select="'modelRejected'"/></xsl:call-template>
+    </a>
   </xsl:template>
 
   <!-- How often a step was reached, for the eye (×2) and for screen readers. -->
@@ -276,6 +326,26 @@
       </xsl:attribute>
       <xsl:value-of select="@value"/>
       <xsl:call-template name="diag-count"/>
+      <xsl:apply-templates select="Name" mode="diag"/>
+    </span>
+  </xsl:template>
+
+  <!-- A message the step's value was recorded under: instance.message; one
+       only another test case of the context recorded is pale. -->
+  <xsl:template match="Name" mode="diag">
+    <span>
+      <xsl:attribute name="class">
+        <xsl:text>msg name</xsl:text>
+        <xsl:if test="@from = 'other'"> other</xsl:if>
+      </xsl:attribute>
+      <xsl:if test="string(@instance) != ''">
+        <xsl:value-of select="@instance"/>
+        <xsl:text>.</xsl:text>
+      </xsl:if>
+      <xsl:value-of select="@message"/>
+      <xsl:if test="@from = 'other'">
+        <span class="sr"><xsl:text> (</xsl:text><xsl:call-template name="dw"><xsl:with-param name="k" select="'otherCase'"/></xsl:call-template><xsl:text>)</xsl:text></span>
+      </xsl:if>
     </span>
   </xsl:template>
 
@@ -325,6 +395,60 @@
         <xsl:with-param name="before" select="$before"/>
       </xsl:apply-templates>
     </div>
+  </xsl:template>
+
+  <!-- The records after the rejected one, which the model never judged:
+       greyed rows after the table's own, shaped like them, each with its
+       own status and the words "not judged". -->
+  <xsl:template match="NotJudged" mode="rows">
+    <xsl:param name="sd"/>
+    <xsl:param name="cid"/>
+    <xsl:for-each select="Entry">
+      <tr ID="{$cid}-a{@assertion}" class="not-judged">
+        <th><a href="#{$cid}-a{@assertion}"><xsl:value-of select="@assertion"/></a></th>
+        <td>
+          <xsl:choose>
+            <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>
+            <xsl:otherwise><xsl:call-template name="row-status"/></xsl:otherwise>
+          </xsl:choose>
+          <span class="nj-mark"><xsl:call-template name="dw"><xsl:with-param name="k" select="'notJudged'"/></xsl:call-template></span>
+        </td>
+        <xsl:choose>
+          <xsl:when test="$sd">
+            <td><xsl:value-of select="concat(@sdiname, ' / ', @msgid)"/></td>
+            <td><xsl:value-of select="@usermsg"/></td>
+            <td>
+              <xsl:if test="string(@inr) or string(@onr)">
+                <xsl:value-of select="concat(substring-before(concat(@inr, ' '), ' '), ' / ', substring-before(concat(@onr, ' '), ' '))"/>
+              </xsl:if>
+            </td>
+            <td><xsl:value-of select="@arbiterAssert"/></td>
+            <td><xsl:value-of select="@guid"/></td>
+          </xsl:when>
+          <xsl:otherwise>
+            <td><xsl:value-of select="@name"/></td>
+          </xsl:otherwise>
+        </xsl:choose>
+        <td><xsl:call-template name="path"><xsl:with-param name="p" select="@dir"/></xsl:call-template></td>
+        <td title="{@fnr}"><xsl:value-of select="concat(@filename, ':', @lnr)"/></td>
+      </tr>
+    </xsl:for-each>
+    <xsl:if test="@more &gt; 0">
+      <tr class="not-judged">
+        <th></th>
+        <td>
+          <xsl:attribute name="colspan">
+            <xsl:choose>
+              <xsl:when test="$sd">8</xsl:when>
+              <xsl:otherwise>4</xsl:otherwise>
+            </xsl:choose>
+          </xsl:attribute>
+          <xsl:call-template name="dw"><xsl:with-param name="k" select="'moreNotJudged'"/></xsl:call-template>
+          <xsl:text> </xsl:text>
+          <xsl:value-of select="@more"/>
+        </td>
+      </tr>
+    </xsl:if>
   </xsl:template>
 
   <!-- ===== Charts ===== -->
@@ -392,20 +516,24 @@
       </xsl:for-each>
       <xsl:if test="$stop">
         <li>
-          <span class="chip rejected">
-            <span aria-hidden="true">&#10007; </span>
-            <xsl:choose>
-              <xsl:when test="NoMatch">
+          <xsl:choose>
+            <xsl:when test="NoMatch">
+              <xsl:variable name="cid"><xsl:call-template name="case-id"><xsl:with-param name="tc" select="ancestor::TestCaseResult[1]"/></xsl:call-template></xsl:variable>
+              <a class="chip rejected" id="{$cid}-rej" href="#{$cid}-a{NoMatch/@assertion}">
+                <span aria-hidden="true">&#10007; </span>
                 <xsl:text>#</xsl:text>
                 <xsl:value-of select="NoMatch/@assertion"/>
                 <xsl:text> </xsl:text>
                 <code><xsl:value-of select="NoMatch/@statement"/></code>
-              </xsl:when>
-              <xsl:otherwise>
+              </a>
+            </xsl:when>
+            <xsl:otherwise>
+              <span class="chip rejected">
+                <span aria-hidden="true">&#10007; </span>
                 <xsl:call-template name="dw"><xsl:with-param name="k" select="'noEnd'"/></xsl:call-template>
-              </xsl:otherwise>
-            </xsl:choose>
-          </span>
+              </span>
+            </xsl:otherwise>
+          </xsl:choose>
         </li>
       </xsl:if>
     </ol>
@@ -433,7 +561,11 @@
 .diag .chip{display:inline-block;padding:.1em .55em;border:2px solid var(--muted,#57606a);border-radius:999px;font-variant-numeric:tabular-nums;background:transparent;color:var(--fg,#1f2328);overflow-wrap:anywhere;}
 .diag .chip.reached{background:var(--pass-bg,#dcf5e6);border-color:var(--pass,#0f6b3a);}
 .diag .chip.rejected{border-color:var(--fail,#b01c0c);background:var(--fail-bg,#ffe8e3);color:var(--fail,#b01c0c);font-weight:600;}
+a.chip.rejected{text-decoration:none;}
+a.chip.rejected:hover{text-decoration:underline;}
 .diag .chip .msg{margin-left:.4em;font-weight:400;}
+.diag .chip .name{font-size:.85em;}
+.diag .chip .name.other{font-style:italic;color:var(--muted,#57606a);}
 .diag .times,.diag .count{margin-left:.3em;font-size:.85em;color:var(--muted,#57606a);}
 .diag .frag{display:inline-flex;flex-direction:column;padding:0 0 .4em;border:1.5px solid var(--muted,#57606a);border-radius:4px;max-width:100%;box-sizing:border-box;}
 .diag .frag>.op{align-self:flex-start;margin-bottom:.3em;padding:.05em .5em;font-size:.8em;font-weight:600;border-right:1.5px solid var(--muted,#57606a);border-bottom:1.5px solid var(--muted,#57606a);border-bottom-right-radius:6px;background:var(--soft,#f6f8fa);}
@@ -448,6 +580,15 @@
 .chart-path li+li::before{content:"\2192";color:var(--muted,#57606a);}
 .diag .tried .chip{border-style:dashed;}
 .diag code{overflow-wrap:anywhere;}
+.asserts tr.model-rejected:not(.bad){--c:var(--pass);}
+.asserts tr.model-rejected>*{background:var(--fail-bg,#ffe8e3);}
+.asserts tr.model-rejected>th{box-shadow:inset 4px 0 var(--fail,#b01c0c);}
+.asserts .model-mark{display:block;white-space:normal;color:var(--fail,#b01c0c);font-weight:600;}
+.asserts .model-mark:target,.diag .chip:target{outline:3px solid var(--focus,#0969da);}
+.asserts tr.not-judged{--c:var(--muted,#57606a);}
+.asserts tr.not-judged>*{color:var(--muted,#57606a);background:var(--soft,#f6f8fa);}
+.asserts tr.not-judged td:nth-child(2)::before{content:"\2013\a0";content:"\2013\a0"/"";}
+.asserts .nj-mark{display:block;white-space:normal;font-style:italic;font-weight:400;}
 @media print{.diag{break-inside:avoid;}}
 </xsl:text>
   </xsl:template>

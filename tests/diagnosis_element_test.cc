@@ -11,22 +11,25 @@
 #include "tests/test_support.h"
 #include "tests/xml_dump.h"
 #include "verify/judgement.h"
+#include "verify/step_names.h"
 #include "verify/verification_file.h"
 
 namespace qendor {
 namespace {
 
 // A sequence diagram test case whose steps report `values` in turn (each as
-// progress value/max), then finishes unless `finished` is false.
-AssertionList sdRun(const std::vector<std::string>& values, int max, bool finished) {
+// progress value/max, message "m" and the value, of `instance`), then
+// finishes unless `finished` is false.
+AssertionList sdRun(const std::vector<std::string>& values, int max, bool finished,
+                    const std::string& instance = "Shop") {
   AssertionList records;
   records.push_back(AssertionRecord{R"(ZKR_ASSERT_SD("Shop", "start", "Starting test case"))",
                                     Status::kPassed, "1", "10", ""});
   int line = 11;
   for (const std::string& value : values) {
-    records.push_back(AssertionRecord{"ZKR_ASSERT_SD(\"Shop\", \"m" + value + "\", \"x\")",
-                                      Status::kPassed, "1", std::to_string(line++),
-                                      "step - progress " + value + "/" + std::to_string(max)});
+    records.push_back(AssertionRecord{
+        "ZKR_ASSERT_SD(\"" + instance + "\", \"m" + value + "\", \"x\")", Status::kPassed, "1",
+        std::to_string(line++), "step - progress " + value + "/" + std::to_string(max)});
   }
   if (finished) {
     records.push_back(AssertionRecord{R"(ZKR_ASSERT_SD("Shop", "end", "Finished test case: A"))",
@@ -97,6 +100,8 @@ TEST(DiagnosisElement, SequenceDiagramsAndRuns) {
                                 "LOOP_OPERAND_END(l)",
                                 "LOOP_END(l)",
                                 "4"};
+  const SequenceLines emptyLine = {"STRICT_BEGIN(strict_1)", "1", "",  "2", "3",
+                                   "STRICT_END(strict_1)",   "4", "5", "6"};
   struct Run {
     std::vector<std::string> values;
     const char* expected;
@@ -112,104 +117,108 @@ TEST(DiagnosisElement, SequenceDiagramsAndRuns) {
        &strict,
        3,
        {{{"1", "2", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="2" accepted="1"/></Fragment><Step line="5" value="3" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="3" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Fragment><Step line="5" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Outline></Diagnosis>)"},
         {{"2", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="0"/><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="2" fnr="1" lnr="11" value="2" sdiname="Shop" msgid="m2"/><Expected line="1"><Value value="1"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="0"/><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="2" fnr="1" lnr="11" value="2" sdiname="Shop" msgid="m2"/><Expected line="1"><Value value="1"/></Expected><NotJudged more="0"><Entry assertion="3" value="3" sdiname="Shop" msgid="m3" guid="" status="PASSED" usermsg="step" inr="" onr="" dir="" filename="" fnr="1" lnr="12"/></NotJudged></Diagnosis>)"},
         {{"1", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="3"><Value value="2"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="3"><Value value="2"/></Expected></Diagnosis>)"},
         {{"1", "2", "2", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="2" accepted="1"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="4"><Value value="3"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="3" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Fragment><Step line="5" value="3" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="4"><Value value="3"/></Expected><NotJudged more="0"><Entry assertion="5" value="3" sdiname="Shop" msgid="m3" guid="" status="PASSED" usermsg="step" inr="" onr="" dir="" filename="" fnr="1" lnr="14"/></NotJudged></Diagnosis>)"},
         {{"1"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"/><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Expected line="3"><Value value="2"/></Expected></Diagnosis>)"}}},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="s" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="3" value="2" accepted="0"/></Fragment><Step line="5" value="3" accepted="0"/></Outline><Expected line="3"><Value value="2"/></Expected></Diagnosis>)"}}},
       {"alt2",
        &alt2,
        4,
        {{{"1", "3", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="1"/></Operand></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Operand></Fragment><Step line="10" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
         {{"1", "5"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="5" sdiname="Shop" msgid="m5"/><Expected line="2"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="5" sdiname="Shop" msgid="m5"/><Expected line="2"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
         {{"1", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
         {{"1", "2", "3", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand><Operand line="6"><Step line="7" value="3" accepted="1"/></Operand></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand><Operand line="6"><Step line="7" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Operand></Fragment><Step line="10" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
         {{"1", "2"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="0"/></Outline><Expected line="5"><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="ALT" id="a" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand><Operand line="6"><Step line="7" value="3" accepted="0"/></Operand></Fragment><Step line="10" value="4" accepted="0"/></Outline><Expected line="5"><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
       {"alt3",
        &alt3,
        4,
        {{{"3", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="1"/></Operand></Fragment><Step line="12" value="4" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Operand></Fragment><Step line="12" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
         {{"5", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Rejected assertion="2" fnr="1" lnr="11" value="5" sdiname="Shop" msgid="m5"/><Expected line="1"><Value value="1"/><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Rejected assertion="2" fnr="1" lnr="11" value="5" sdiname="Shop" msgid="m5"/><Expected line="1"><Value value="1"/><Value value="2"/><Value value="3"/><Value value="4"/></Expected><NotJudged more="0"><Entry assertion="3" value="4" sdiname="Shop" msgid="m4" guid="" status="PASSED" usermsg="step" inr="" onr="" dir="" filename="" fnr="1" lnr="12"/></NotJudged></Diagnosis>)"},
         {{"4"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="1"/></Outline></Diagnosis>)"},
-        {{"2", "2", "4"}, R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="1"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="2" sdiname="Shop" msgid="m2"/><Expected line="7"><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
+        {{"2", "2", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/></Operand><Operand line="5"><Step line="6" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="2" sdiname="Shop" msgid="m2"/><Expected line="7"><Value value="3"/><Value value="4"/></Expected><NotJudged more="0"><Entry assertion="4" value="4" sdiname="Shop" msgid="m4" guid="" status="PASSED" usermsg="step" inr="" onr="" dir="" filename="" fnr="1" lnr="13"/></NotJudged></Diagnosis>)"},
         {{"1"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Expected line="4"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="ALT" id="a" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step></Operand><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment><Step line="12" value="4" accepted="0"/></Outline><Expected line="4"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
       {"opt",
        &opt,
        3,
        {{{"1", "2", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand></Fragment><Step line="7" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Outline></Diagnosis>)"},
         {{"1", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="4" sdiname="Shop" msgid="m4"/><Expected line="2"><Value value="2"/><Value value="3"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="4" sdiname="Shop" msgid="m4"/><Expected line="2"><Value value="2"/><Value value="3"/></Expected></Diagnosis>)"},
         {{"1", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Outline></Diagnosis>)"},
         {{"1", "2", "2", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"},
-        {{"1", "2"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="5"><Value value="3"/></Expected><NotJudged more="0"><Entry assertion="5" value="3" sdiname="Shop" msgid="m3" guid="" status="PASSED" usermsg="step" inr="" onr="" dir="" filename="" fnr="1" lnr="14"/></NotJudged></Diagnosis>)"},
+        {{"1", "2"}, R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="OPT" id="o" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
       {"loop",
        &loop,
        4,
        {{{"1", "2", "3", "2", "3", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="2"/><Step line="5" value="3" accepted="2"/></Operand></Fragment><Step line="8" value="4" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="2"><Name instance="Shop" message="m2"/></Step><Step line="5" value="3" accepted="2"><Name instance="Shop" message="m3"/></Step></Operand></Fragment><Step line="8" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
         {{"1", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="2"><Value value="2"/><Value value="4"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="2"><Value value="2"/><Value value="4"/></Expected></Diagnosis>)"},
         {{"1", "2", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="4" sdiname="Shop" msgid="m4"/><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="4" sdiname="Shop" msgid="m4"/><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"},
         {{"1", "4", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="1"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="4" sdiname="Shop" msgid="m4"/><Expected line="end"/></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline><Rejected assertion="4" fnr="1" lnr="13" value="4" sdiname="Shop" msgid="m4"/><Expected line="end"/></Diagnosis>)"},
         {{"1", "2"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"/><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step><Step line="5" value="3" accepted="0"/></Operand></Fragment><Step line="8" value="4" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
       {"break",
        &brk,
        4,
        {{{"1", "2", "3", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="1"/></Operand></Fragment><Step line="8" value="3" accepted="1"/></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
-        {{"1", "5"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="5" sdiname="Shop" msgid="m5"/><Expected line="3"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand></Fragment><Step line="8" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Fragment><Step line="10" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
+        {{"1", "5"}, R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="5" sdiname="Shop" msgid="m5"/><Expected line="3"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
         {{"1", "3", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="1"/></Fragment><Step line="10" value="4" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Fragment><Step line="10" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
         {{"1", "2", "2"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="1"/></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="6"><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="2" sdiname="Shop" msgid="m2"/><Expected line="6"><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
         {{"1"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"/><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Expected line="3"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="BREAK" id="b" line="3"><Operand line="4"><Step line="5" value="2" accepted="0"/></Operand></Fragment><Step line="8" value="3" accepted="0"/></Fragment><Step line="10" value="4" accepted="0"/></Outline><Expected line="3"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
       {"consider",
        &consider,
        3,
        {{{"1", "2", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="1"/></Outline></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand></Fragment><Step line="7" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Outline></Diagnosis>)"},
         {{"2"},
          R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="0"/><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="2" fnr="1" lnr="11" value="2" sdiname="Shop" msgid="m2"/><Expected line="1"><Value value="1"/></Expected></Diagnosis>)"},
         {{"1", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="4"><Value value="2"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="4" value="2" accepted="0"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="3" sdiname="Shop" msgid="m3"/><Expected line="4"><Value value="2"/></Expected></Diagnosis>)"},
         {{"1", "2", "3", "3"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="1"/></Outline><Rejected assertion="5" fnr="1" lnr="14" value="3" sdiname="Shop" msgid="m3"/><Expected line="end"/></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand></Fragment><Step line="7" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Outline><Rejected assertion="5" fnr="1" lnr="14" value="3" sdiname="Shop" msgid="m3"/><Expected line="end"/></Diagnosis>)"},
         {{"1", "2"},
-         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"/><Step line="4" value="2" accepted="1"/></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
+         R"(<Diagnosis kind="sequence"><Outline><Fragment operator="CONSIDER" id="c" line="1"><Operand line="2"><Step line="3" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="4" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand></Fragment><Step line="7" value="3" accepted="0"/></Outline><Expected line="5"><Value value="3"/></Expected></Diagnosis>)"}}},
       {"nested",
        &nested,
        4,
-       {{{"1", "2", "3", "2", "4"}, R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="2"/></Operand><Operand line="8"><Step line="9" value="3" accepted="1"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"/></Outline></Diagnosis>)"},
+       {{{"1", "2", "3", "2", "4"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="2"><Name instance="Shop" message="m2"/></Step></Operand><Operand line="8"><Step line="9" value="3" accepted="1"><Name instance="Shop" message="m3"/></Step></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
         {{"1", "2", "5"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="1"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="5" sdiname="Shop" msgid="m5"/><Expected line="7"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="0"/></Outline><Rejected assertion="4" fnr="1" lnr="13" value="5" sdiname="Shop" msgid="m5"/><Expected line="7"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"},
         {{"1", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"/></Outline></Diagnosis>)"},
-        {{"1", "3", "3", "4", "4"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="2"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"/></Outline><Rejected assertion="6" fnr="1" lnr="15" value="4" sdiname="Shop" msgid="m4"/><Expected line="end"/></Diagnosis>)"},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline></Diagnosis>)"},
+        {{"1", "3", "3", "4", "4"}, R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="0"/></Operand><Operand line="8"><Step line="9" value="3" accepted="2"><Name instance="Shop" message="m3"/></Step></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="1"><Name instance="Shop" message="m4"/></Step></Outline><Rejected assertion="6" fnr="1" lnr="15" value="4" sdiname="Shop" msgid="m4"/><Expected line="end"/></Diagnosis>)"},
         {{"1", "2"},
-         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"/><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="1"/></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="0"/></Outline><Expected line="7"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+         R"(<Diagnosis kind="sequence"><Outline><Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Fragment operator="LOOP" id="l" line="2"><Operand line="3"><Fragment operator="ALT" id="a" line="4"><Operand line="5"><Step line="6" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step></Operand><Operand line="8"><Step line="9" value="3" accepted="0"/></Operand></Fragment></Operand></Fragment><Step line="14" value="4" accepted="0"/></Outline><Expected line="7"><Value value="2"/><Value value="3"/><Value value="4"/></Expected></Diagnosis>)"}}},
+      // No recorded message can be accepted on the empty line.
+      {"empty line",
+       &emptyLine,
+       6,
+       {{{"1", "2"}, R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="strict_1" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="3" value="" accepted="0"/><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Fragment><Step line="7" value="4" accepted="0"/><Step line="8" value="5" accepted="0"/><Step line="9" value="6" accepted="0"/></Outline><Rejected assertion="3" fnr="1" lnr="12" value="2" sdiname="Shop" msgid="m2"/><Expected line="3"/></Diagnosis>)"}, {{"1"}, R"(<Diagnosis kind="sequence"><Outline><Fragment operator="STRICT" id="strict_1" line="1"><Step line="2" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step><Step line="3" value="" accepted="0"/><Step line="4" value="2" accepted="0"/><Step line="5" value="3" accepted="0"/></Fragment><Step line="7" value="4" accepted="0"/><Step line="8" value="5" accepted="0"/><Step line="9" value="6" accepted="0"/></Outline><Expected line="3"/></Diagnosis>)"}}},
   };
   for (const Diagram& d : diagrams) {
     for (size_t i = 0; i < d.runs.size(); ++i) {
@@ -320,6 +329,108 @@ TEST(DiagnosisElement, LongChartPathsKeepTheirEnd) {
   ASSERT_EQ(diagnosis.path.size(), ChartDiagnosis::kMostSteps);
   EXPECT_EQ(diagnosis.path.front().name, "5");
   EXPECT_EQ(diagnosis.path.back().name, std::to_string(ChartDiagnosis::kMostSteps + 4));
+}
+
+TEST(DiagnosisElement, AContextNamesStepsAfterItsTestCasesOfTheSameDiagram) {
+  const SequenceLines lines = {
+      "1", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "2", "OPT_OPERAND_END(o)", "OPT_END(o)", "3",
+      "4"};
+  // Two test cases read the diagram from files of their own; a third has
+  // another diagram.
+  TestModel own, same, other;
+  own.kind = same.kind = other.kind = VerificationKind::kSdTest;
+  own.sequenceLines = std::make_shared<const SequenceLines>(lines);
+  same.sequenceLines = std::make_shared<const SequenceLines>(lines);
+  other.sequenceLines = std::make_shared<const SequenceLines>(SequenceLines{"1", "3"});
+  const TestCaseLog ownLog = makeTestCaseLog(sdRun({"1", "3"}, 4, false, "Till"));
+  const TestCaseLog sameLog = makeTestCaseLog(sdRun({"1", "2", "3", "4"}, 4, true));
+  const TestCaseLog otherLog = makeTestCaseLog(sdRun({"1", "3"}, 3, true, "Elsewhere"));
+  const TestCaseVerdict ownVerdict = judgeTestCase(&ownLog, own, true);
+  const TestCaseVerdict sameVerdict = judgeTestCase(&sameLog, same, true);
+  const TestCaseVerdict otherVerdict = judgeTestCase(&otherLog, other, true);
+  DiagramStepNames names;
+  for (const TestCaseVerdict* verdict : {&ownVerdict, &sameVerdict, &otherVerdict}) {
+    names.add(*verdict);
+  }
+  EXPECT_EQ(names.of(ownVerdict), names.of(sameVerdict));
+  EXPECT_NE(names.of(ownVerdict), names.of(otherVerdict));
+
+  XmlNodePtr result(newElement("TestCaseResult"));
+  writeDiagnosis(result.get(), ownVerdict, {}, names.of(ownVerdict));
+  EXPECT_EQ(
+      test::dumpNode(result->children),
+      R"(<Diagnosis kind="sequence"><Outline>)"
+      R"(<Step line="1" value="1" accepted="1"><Name instance="Till" message="m1"/>)"
+      R"(<Name instance="Shop" message="m1" from="other"/></Step>)"
+      R"(<Fragment operator="OPT" id="o" line="2"><Operand line="3">)"
+      R"(<Step line="4" value="2" accepted="0"><Name instance="Shop" message="m2" from="other"/></Step>)"
+      R"(</Operand></Fragment>)"
+      R"(<Step line="7" value="3" accepted="1"><Name instance="Till" message="m3"/>)"
+      R"(<Name instance="Shop" message="m3" from="other"/></Step>)"
+      R"(<Step line="8" value="4" accepted="0"><Name instance="Shop" message="m4" from="other"/></Step>)"
+      R"(</Outline><Expected line="8"><Value value="4"/></Expected></Diagnosis>)");
+}
+
+// Steps side by side with the same count fold into one element unless a
+// run named them.
+TEST(DiagnosisElement, UnnamedStepsFold) {
+  SequenceLines lines;
+  for (int i = 1; i <= 20; ++i) lines.push_back(std::to_string(i));
+  EXPECT_EQ(diagnosisOf(lines, sdRun({"1", "2"}, 20, false)),
+            R"(<Diagnosis kind="sequence"><Outline>)"
+            R"(<Step line="1" value="1" accepted="1"><Name instance="Shop" message="m1"/></Step>)"
+            R"(<Step line="2" value="2" accepted="1"><Name instance="Shop" message="m2"/></Step>)"
+            R"(<Steps line="3" lastLine="20" first="3" last="20" count="18" accepted="0"/>)"
+            R"(</Outline><Expected line="3"><Value value="3"/></Expected></Diagnosis>)");
+}
+
+// After the rejection the walk goes on for the diagnosis only: the verdict
+// says what it says without explaining, and the records it does not list
+// are kept, the first so many of them.
+TEST(DiagnosisElement, RecordsAfterTheRejectionAreNotJudged) {
+  TestModel model;
+  model.kind = VerificationKind::kSdTest;
+  model.sequenceLines = std::make_shared<const SequenceLines>(SequenceLines{"1", "2"});
+  std::vector<std::string> values = {"2"};
+  for (size_t i = 0; i < Diagnosis::kMostNotJudged + 3; ++i) values.push_back("1");
+  // Unfinished: its last record would make it "not terminated" had the
+  // verdict's walk gone that far.
+  const TestCaseLog log = makeTestCaseLog(sdRun(values, 2, false, "Till"));
+  const TestCaseVerdict plain = judgeTestCase(&log, model, false);
+  const TestCaseVerdict explained = judgeTestCase(&log, model, true);
+  EXPECT_EQ(explained.entries.size(), plain.entries.size());
+  EXPECT_EQ(explained.entries.size(), 2u);
+  EXPECT_EQ(explained.status, plain.status);
+  EXPECT_EQ(explained.folded, plain.folded);
+  EXPECT_EQ(explained.verification, plain.verification);
+  EXPECT_EQ(explained.summaryName, plain.summaryName);
+  EXPECT_EQ(explained.summaryName, "Till");
+  EXPECT_EQ(explained.coverage, plain.coverage);
+  ASSERT_TRUE(explained.diagnosis);
+  EXPECT_EQ(explained.diagnosis->notJudged.size(), Diagnosis::kMostNotJudged);
+  EXPECT_EQ(explained.diagnosis->moreNotJudged, 3u);
+
+  XmlNodePtr result(newElement("TestCaseResult"));
+  const RunTable<std::string> sources = {{1, "src/till/refunds.cpp"}};
+  writeDiagnosis(result.get(), explained, sources);
+  const std::string xml = test::dumpNode(result->children);
+  EXPECT_NE(xml.find(R"(<NotJudged more="3"><Entry assertion="3" value="1" sdiname="Till" )"
+                     R"(msgid="m1" guid="" status="PASSED" usermsg="step" inr="" onr="" )"
+                     R"(dir="src/till" filename="refunds.cpp" fnr="1" lnr="12"/>)"),
+            std::string::npos)
+      << xml;
+  EXPECT_NE(xml.find(R"(<Entry assertion="202" value="1" )"), std::string::npos);
+  EXPECT_EQ(xml.find(R"(<Entry assertion="203")"), std::string::npos);
+}
+
+TEST(DiagnosisElement, ChartRecordsAfterTheRejectionAreNotJudged) {
+  EXPECT_EQ(chartDiagnosisOf({"ZKR_ASSERT_TRUE(nowhere());", "ZKR_ASSERT_TRUE(inner());"}, true),
+            R"(<Diagnosis kind="chart"><Path omitted="0"><State name="Init" guid="g1" )"
+            R"(assertion="1"/></Path><NoMatch name="Init" guid="g1" assertion="2" )"
+            R"(statement="ZKR_ASSERT_TRUE(nowhere());"><Tried name="go"/><Tried name="enter"/>)"
+            R"(<Tried name="leave"/></NoMatch><NotJudged more="0"><Entry assertion="3" )"
+            R"x(name="inner()" status="PASSED" dir="" filename="" fnr="1" lnr="2"/>)x"
+            R"(</NotJudged></Diagnosis>)");
 }
 
 TEST(DiagnosisElement, NoneWithoutAModel) {

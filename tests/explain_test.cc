@@ -30,6 +30,8 @@ const Scenario kScenarios[] = {
     {"shop scenario", "tests/scenarios/shop", "shop.info", "results.log", "Pkg.Ctx", "out"},
     {"half-edited scenario", "tests/scenarios/halfedit", "half.info", "results.log", "Pkg.Half",
      "out"},
+    {"explained example", "examples/explain", "explain.info", "results.log", "Shop.Returns",
+     "verification"},
 };
 
 // The documents of one run, by file name, with the header's time masked.
@@ -111,6 +113,36 @@ TEST(Explain, DiagnosesEveryModelBasedTestCaseOfTheExample) {
                          "          <Value value=\"2\"/>\n"
                          "          <Value value=\"3\"/>\n"
                          "        </Expected>"),
+            std::string::npos)
+      << context;
+  // Its steps are named after the messages that reached them.
+  EXPECT_NE(context.find("<Step line=\"4\" value=\"2\" accepted=\"2\">\n"
+                         "                <Name instance=\"Checkout\" message=\"applyCoupon\"/>\n"
+                         "              </Step>"),
+            std::string::npos)
+      << context;
+}
+
+// The refund rejected at its fourth assertion: the table stops there, the
+// diagnosis lists what the run recorded after it.
+TEST(Explain, RecordsAfterTheRejectionAreListedAsNotJudged) {
+  int status = 0;
+  const auto documents = runDocuments(kScenarios[4], "-tcontext", "Shop.Returns", true, status);
+  EXPECT_EQ(status, 10);
+  std::string context;
+  for (const auto& [file, xml] : documents) {
+    if (file == "Returns.xml") context = xml;
+  }
+  EXPECT_NE(context.find("<Rejected assertion=\"4\" fnr=\"1\" lnr=\"7\" value=\"2\" "
+                         "sdiname=\"Returns\" msgid=\"refundToCard\"/>"),
+            std::string::npos)
+      << context;
+  EXPECT_NE(context.find("<NotJudged more=\"0\">\n"
+                         "          <Entry assertion=\"5\" value=\"5\" sdiname=\"Returns\" "
+                         "msgid=\"closeCase\" guid=\"\" status=\"PASSED\" usermsg=\"Case closed\" "
+                         "inr=\"\" onr=\"\" dir=\"./src\" filename=\"returns_tests.cpp\" fnr=\"1\" "
+                         "lnr=\"10\"/>\n"
+                         "        </NotJudged>"),
             std::string::npos)
       << context;
 }

@@ -14,11 +14,12 @@ namespace qendor {
 namespace {
 
 // The values the step accepts at `position`, found by trying every message
-// line's text (and one that no line holds) with the step itself.
+// line's text (and one that no line holds) with the step itself. The empty
+// text is not tried: a record without a progress value never meets the step.
 std::vector<std::string> tryEveryValue(const SequenceLines& lines, size_t position) {
   std::set<std::string> values{"no such step"};
   for (const std::string& line : lines) {
-    if (!isStepMarker(line)) values.insert(line);
+    if (!line.empty() && !isStepMarker(line)) values.insert(line);
   }
   std::vector<std::string> accepted;
   for (const std::string& value : values) {
@@ -63,6 +64,10 @@ const SequenceLines kDiagrams[] = {
     {"1", "LOOP_BEGIN(l)", "LOOP_OPERAND_BEGIN(l)", "2", "LOOP_OPERAND_END(l)"},
     {"ALT_OPERAND_BEGIN", "1", "2"},
     {},
+    // An empty line the step can stand on.
+    {"STRICT_BEGIN(strict_1)", "1", "", "2", "3", "STRICT_END(strict_1)", "4", "5", "6"},
+    {"1", "", "OPT_BEGIN(o)", "OPT_OPERAND_BEGIN(o)", "", "2", "OPT_OPERAND_END(o)", "OPT_END(o)",
+     "3"},
 };
 
 TEST(AcceptableMessages, AgreeWithTryingEveryValueOnEachOperator) {
@@ -70,11 +75,12 @@ TEST(AcceptableMessages, AgreeWithTryingEveryValueOnEachOperator) {
 }
 
 // Diagrams built at random from the operators, nested up to three deep, with
-// repeated step values.
+// repeated step values and empty lines.
 void randomBody(std::mt19937& random, int depth, int& step, SequenceLines& lines) {
   const int parts = 1 + static_cast<int>(random() % 3);
   for (int part = 0; part < parts; ++part) {
     if (depth >= 3 || random() % 100 < 55) {
+      if (random() % 12 == 0) lines.emplace_back();  // an empty line before the step
       lines.push_back(std::to_string(step));
       step += 1 + static_cast<int>(random() % 3 == 0);
       if (random() % 10 == 0) step -= 2;  // a value met again
@@ -102,6 +108,12 @@ TEST(AcceptableMessages, AgreeWithTryingEveryValueOnRandomDiagrams) {
     randomBody(random, 0, step, lines);
     expectSameAtEveryPosition(lines);
   }
+}
+
+TEST(AcceptableMessages, AnEmptyLineAcceptsNothing) {
+  const SequenceLines lines = {"STRICT_BEGIN(strict_1)", "1", "",  "2", "3",
+                               "STRICT_END(strict_1)",   "4", "5", "6"};
+  EXPECT_EQ(acceptableMessages(lines, 2), std::vector<std::string>{});
 }
 
 TEST(AcceptableMessages, MarkerTextsAreNoStepValues) {

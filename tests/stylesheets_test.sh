@@ -61,6 +61,8 @@ common_words() {
 sample_words() {
   case $1 in
     ENU) printf '%s\n' \
+      'context_diagnosis|not judged' 'context_diagnosis|more records not judged: 2' \
+      'context_diagnosis|rejected by the model' 'context_diagnosis|Returns.refundToCard' 'context_diagnosis|recorded by another test case of this context' \
       'context_diagnosis|Where the run left the model' 'context_diagnosis|Expected step' 'context_diagnosis|the run recorded step' 'context_diagnosis|Path the verification followed' 'context_diagnosis|Transitions tried:' \
       'testcase_sd|Passed' 'testcase_sd|Result verification successful' \
       'testcase_sd|Sequence diagram test' 'testcase_sd|Coverage' 'testcase_sd|internal' \
@@ -75,6 +77,8 @@ sample_words() {
       'context|Result verification currently not supported for SDs with interaction operator parallel' \
       'context_empty|This test context has no test cases.' ;;
     CHS) printf '%s\n' \
+      'context_diagnosis|未评判' \
+      'context_diagnosis|被模型拒绝' 'context_diagnosis|由本上下文的另一个测试用例记录' \
       'context_diagnosis|运行偏离模型的位置' 'context_diagnosis|预期步骤' 'context_diagnosis|运行记录的步骤为' 'context_diagnosis|验证所经过的路径' \
       'testcase_sd|通过' 'testcase_sd|结果验证成功' 'testcase_sd|序列图测试' 'testcase_sd|覆盖率' \
       'testcase_sd|内部' 'testcase_sd|外部' 'testcase_code|失败' 'testcase_code|代码测试' \
@@ -84,6 +88,8 @@ sample_words() {
       'context|状态图包含结果验证不支持的元素' 'context|并行交互运算符' \
       'context_empty|此测试上下文不包含测试用例。' ;;
     CHT) printf '%s\n' \
+      'context_diagnosis|未評判' \
+      'context_diagnosis|被模型拒絕' 'context_diagnosis|由本上下文的另一個測試案例記錄' \
       'context_diagnosis|執行偏離模型的位置' 'context_diagnosis|預期步驟' 'context_diagnosis|執行記錄的步驟為' 'context_diagnosis|驗證所經過的路徑' \
       'testcase_sd|通過' 'testcase_sd|結果驗證成功' 'testcase_sd|序列圖測試' 'testcase_sd|覆蓋率' \
       'testcase_sd|內部' 'testcase_sd|外部' 'testcase_code|失敗' 'testcase_code|程式碼測試' \
@@ -93,6 +99,8 @@ sample_words() {
       'context|狀態圖包含結果驗證不支援的元素' 'context|平行互動運算子' \
       'context_empty|此測試上下文不包含測試案例。' ;;
     KOR) printf '%s\n' \
+      'context_diagnosis|판정하지 않음' \
+      'context_diagnosis|모델이 거부함' 'context_diagnosis|이 컨텍스트의 다른 테스트 케이스가 기록함' \
       'context_diagnosis|실행이 모델을 벗어난 위치' 'context_diagnosis|예상 단계' 'context_diagnosis|실행이 기록한 단계' 'context_diagnosis|검증이 따라간 경로' \
       'testcase_sd|통과' 'testcase_sd|결과 검증 성공' 'testcase_sd|시퀀스 다이어그램 테스트' \
       'testcase_sd|커버리지' 'testcase_sd|내부' 'testcase_sd|외부' 'testcase_code|실패' \
@@ -104,6 +112,8 @@ sample_words() {
       'context|병렬 상호작용 연산자' \
       'context_empty|이 테스트 컨텍스트에는 테스트 케이스가 없습니다.' ;;
     JPN) printf '%s\n' \
+      'context_diagnosis|未判定' \
+      'context_diagnosis|モデルが拒否' 'context_diagnosis|このコンテキストの別のテストケースが記録' \
       'context_diagnosis|実行がモデルから外れた箇所' 'context_diagnosis|期待されたステップ' 'context_diagnosis|実行が記録したステップ' 'context_diagnosis|検証がたどった経路' \
       'testcase_sd|合格' 'testcase_sd|結果検証に成功しました' 'testcase_sd|シーケンス図テスト' \
       'testcase_sd|カバレッジ' 'testcase_sd|内部' 'testcase_sd|外部' 'testcase_code|不合格' \
@@ -178,6 +188,17 @@ for code in $langs; do
     while IFS= read -r word; do
       check "$what: shows '$word'" has "$html" "$word"
     done <"$work/words"
+    if [ "$name" = context_diagnosis ]; then
+      # The rows the models rejected are marked, beside their own status, and
+      # linked both ways with the red marks of the pictures.
+      check "$what: rejected diagram row marked" has "$html" '<tr ID="tc-RefundOrder-a4" class="model-rejected">'
+      check "$what: diagram mark links to the row" has "$html" '<a class="chip rejected" id="tc-RefundOrder-rej" href="#tc-RefundOrder-a4">'
+      check "$what: row links to the diagram mark" has "$html" '<a class="model-mark" href="#tc-RefundOrder-rej"'
+      check "$what: rejected chart row marked" has "$html" '<tr ID="tc-ReturnParcel-a3" class="model-rejected">'
+      check "$what: chart mark links to the row" has "$html" '<a class="chip rejected" id="tc-ReturnParcel-rej" href="#tc-ReturnParcel-a3">'
+      check "$what: other rows unmarked" lacks "$html" '<tr ID="tc-RefundOrder-a3" class'
+      check "$what: records after the rejection listed greyed" has "$html" '<tr ID="tc-RefundOrder-a5" class="not-judged">'
+    fi
     if [ "$code" != ENU ]; then
       english_verdicts >"$work/words"
       while IFS= read -r word; do

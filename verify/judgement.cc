@@ -46,10 +46,14 @@ class Judgement {
     // Every record but the finish assertion is an entry, as a rule: one
     // allocation holds them, and a context of many test cases keeps no gaps.
     verdict_.entries.reserve(log->records.size());
+    bool rejected = false;
     while (entries.next()) {
       AssertionEntry& entry = verdict_.entries.emplace_back(entries.entry());
       const bool goOn = sequence ? sequenceEntry(entry) : chartEntry(entry);
-      if (!goOn) break;  // the failing entry is listed but not rolled up
+      if (!goOn) {  // the failing entry is listed but not rolled up
+        rejected = true;
+        break;
+      }
       rollUp(entry);
     }
     notTerminated_ = entries.notTerminated();
@@ -61,6 +65,8 @@ class Judgement {
       complete();
       if (chartTrace_) diagnosis_->kind = Diagnosis::Kind::kChart;
     }
+    // Only now, with all the verdict says settled by the walk so far.
+    if (rejected && diagnosis_) keepNotJudged(entries);
     if (notTerminated_ && !userExit_) status_ = Status::kError;
     return conclude();
   }
@@ -100,6 +106,24 @@ class Judgement {
     trace.msgId = entry.msgId;
     trace.position = before;
     trace.showExpected = true;
+  }
+
+  // The rest of the walk, for the documents to list as not judged: parsed
+  // here, once, like every entry.
+  void keepNotJudged(AssertionEntries& entries) {
+    while (entries.next()) {
+      if (diagnosis_->notJudged.size() == Diagnosis::kMostNotJudged) {
+        ++diagnosis_->moreNotJudged;
+        continue;
+      }
+      AssertionEntry& entry = diagnosis_->notJudged.emplace_back(entries.entry());
+      if (verdict_.type == TestType::kSequenceDiagram) {
+        std::string_view value, max;
+        std::string coverage;
+        parseProgress(entry.message, value, max, coverage);
+        entry.progressValue = value;
+      }
+    }
   }
 
   // A run that left the diagram, or ended before its end, is told what the

@@ -97,6 +97,11 @@ struct Diagnosis {
   ChartDiagnosis chart;
   // The diagram the test case was judged against (kSequence only).
   std::shared_ptr<const SequenceLines> sequenceLines;
+  // The entries after the one the model rejected, which the verdict does
+  // not list: the first kMostNotJudged of them, and how many more followed.
+  static constexpr size_t kMostNotJudged = 200;
+  std::vector<AssertionEntry> notJudged;
+  size_t moreNotJudged = 0;
 };
 
 struct TestCaseVerdict {

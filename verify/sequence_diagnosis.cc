@@ -14,14 +14,16 @@ std::vector<std::string> acceptableMessages(const SequenceLines& lines, size_t p
   // meets a line equal to it (accepted) or a loop whose operand holds it,
   // where its step enters the loop and the other's did not. The messages
   // that enter the same loop there go on together: walked again with that
-  // loop entered. Only message lines' texts can be accepted at all.
+  // loop entered. Only message lines' texts can be accepted at all, and of
+  // them not the empty one: a message without a progress value never meets
+  // the step, so no recorded message is accepted on an empty line.
   struct Group {
     std::vector<size_t> entered;
     std::unordered_set<std::string_view> values;  // not yet decided; views of `lines`
   };
   std::vector<Group> work(1);
   for (const std::string& line : lines) {
-    if (!isStepMarker(line)) work[0].values.insert(line);
+    if (!line.empty() && !isStepMarker(line)) work[0].values.insert(line);
   }
   std::vector<std::string> accepted;
   while (!work.empty()) {

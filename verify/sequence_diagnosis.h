@@ -13,7 +13,8 @@
 namespace qendor {
 
 // The step values `verifySdMessage` would accept at `position` in `lines`,
-// in ascending text order (a value that is a marker's text is left out). Worked out from the lines
+// in ascending text order (a value that is a marker's text, and the empty value, which no recorded
+// message carries to the step, are left out). Worked out from the lines
 // the step reaches without taking a message; only where the step for some message would enter a
 // loop that the walk passed over is that message's own step run.
 std::vector<std::string> acceptableMessages(const SequenceLines& lines, size_t position);
