@@ -175,8 +175,7 @@ if [ -n "${QENDOR_BENCH_BEFORE:-}" ]; then
   done
   now=$(median_of "$work/own-now.txt")
   before=$(median_of "$work/own-before.txt")
-  row "context 1000x100 own work (s) vs earlier build" "$(seconds "$now")" "$(seconds "$before")" \
-    "$(ratio "$(seconds "$now")" "$(seconds "$before")")" 1.1
+  seconds_row "context 1000x100 own work (s) vs earlier build" "$now" "$before" 1.1
   note "context 1000x100 peak (MB) vs earlier build" "$(($(kilobytes "$now") / 1024))" \
     "$(($(kilobytes "$before") / 1024))" "$(ratio "$(kilobytes "$now")" "$(kilobytes "$before")")"
 fi
@@ -264,8 +263,7 @@ for round in 1 2 3 4 5; do
 done
 sdx=$(median_of "$work/sdx.txt")
 sdplain=$(median_of "$work/sdplain.txt")
-row "1M-line diagram with -explain (s) vs without" "$(seconds "$sdx")" "$(seconds "$sdplain")" \
-  "$(ratio "$(seconds "$sdx")" "$(seconds "$sdplain")")" 1.5
+seconds_row "1M-line diagram with -explain (s) vs without" "$sdx" "$sdplain" 1.5
 grep -q '<Diagnosis kind="sequence">' "$work/sd/out/T1.xml" ||
   { echo "bench: the explained diagram has no diagnosis" >&2; failures=$((failures + 1)); }
 # Every message was accepted: the verification succeeded on the whole diagram.
