@@ -7,6 +7,7 @@
 #include "report/entry_attributes.h"
 #include "report/xml_node.h"
 #include "verify/sequence_diagnosis.h"
+#include "verify/sequence_place.h"
 
 namespace qendor {
 
@@ -63,9 +64,9 @@ void writeSteps(xmlNode* parent, const SequenceLines& lines, const std::vector<O
   setAttribute(steps, "accepted", decimalText(accepted));
 }
 
-void writeOutline(xmlNode* diagnosis, const SequenceLines& lines, const SequenceDiagnosis& sequence,
+void writeOutline(xmlNode* diagnosis, const SequenceLines& lines,
+                  const std::vector<OutlineItem>& items, const SequenceDiagnosis& sequence,
                   const OutlineNames& names) {
-  const std::vector<OutlineItem> items = sequenceOutline(lines);
   std::vector<xmlNode*> open{addElement(diagnosis, "Outline")};
   for (size_t i = 0; i < items.size(); ++i) {
     const OutlineItem& item = items[i];
@@ -110,13 +111,65 @@ void writeOutline(xmlNode* diagnosis, const SequenceLines& lines, const Sequence
   }
 }
 
+void setFragment(xmlNode* element, const PlaceFragment& fragment, const char* lineName) {
+  setAttribute(element, "operator", fragment.operatorName);
+  setAttribute(element, "id", fragment.id);
+  setAttribute(element, lineName, lineText(fragment.line));
+}
+
+const char* whereText(SequencePlace::Where where) {
+  switch (where) {
+    case SequencePlace::Where::kBehind:
+      return "behind";
+    case SequencePlace::Where::kAhead:
+      return "ahead";
+    default:
+      return "nowhere";
+  }
+}
+
+// The place the run stood, in the diagram's terms, for the sentence that
+// explains it.
+void writePosition(xmlNode* diagnosis, const SequencePlace& place) {
+  xmlNode* position = addElement(diagnosis, "Position");
+  if (place.started) {
+    setAttribute(position, "last", lineText(place.lastLine));
+    setAttribute(position, "lastValue", place.lastValue);
+  }
+  setAttribute(position, "moreOptions", decimalText(static_cast<int64_t>(place.moreOptions)));
+  for (const SequencePlace::Inside& inside : place.inside) {
+    xmlNode* element = addElement(position, "Inside");
+    setFragment(element, inside.fragment, "line");
+    if (inside.operand == 0) continue;  // a strict fragment has no operands
+    setAttribute(element, "operand", decimalText(static_cast<int64_t>(inside.operand)));
+    setAttribute(element, "enteredAt", inside.enteredAt);
+  }
+  for (const PlaceFragment& fragment : place.passedOver) {
+    setFragment(addElement(position, "PassedOver"), fragment, "line");
+  }
+  for (const SequencePlace::Option& option : place.options) {
+    xmlNode* element = addElement(position, "Option");
+    setAttribute(element, "value", option.value);
+    setAttribute(element, "line", lineText(option.line));
+    if (option.inFragment) setFragment(element, option.fragment, "fragmentLine");
+  }
+  const SequencePlace::Recorded& recorded = place.recorded;
+  if (recorded.where == SequencePlace::Where::kNone) return;
+  xmlNode* element = addElement(position, "Recorded");
+  setAttribute(element, "where", whereText(recorded.where));
+  if (recorded.where == SequencePlace::Where::kNowhere) return;
+  setAttribute(element, "line", lineText(recorded.line));
+  if (recorded.inFragment) setFragment(element, recorded.fragment, "fragmentLine");
+}
+
 void writeSequenceDiagnosis(xmlNode* diagnosis, const SequenceLines& lines,
                             const TestCaseVerdict& verdict, const StepNames* context) {
   const SequenceDiagnosis& sequence = verdict.diagnosis->sequence;
   setAttribute(diagnosis, "kind", "sequence");
   StepNames own(lines.size());
   own.add(verdict);
-  writeOutline(diagnosis, lines, sequence, OutlineNames{own, context});
+  const std::vector<OutlineItem> items = sequenceOutline(lines);
+  writeOutline(diagnosis, lines, items, sequence, OutlineNames{own, context});
   if (const AssertionRecord* record = sequence.rejectedRecord) {
     xmlNode* rejected = addElement(diagnosis, "Rejected");
     setAttribute(rejected, "assertion", decimalText(static_cast<int64_t>(sequence.rejectedEntry)));
@@ -134,6 +187,7 @@ void writeSequenceDiagnosis(xmlNode* diagnosis, const SequenceLines& lines,
   for (const std::string& value : sequence.expected) {
     setAttribute(addElement(expected, "Value"), "value", value);
   }
+  writePosition(diagnosis, placeOf(lines, items, sequence));
 }
 
 void writeChartStep(xmlNode* parent, const ChartDiagnosis::Step& step) {

@@ -44,6 +44,29 @@
     <d:s lang="en" k="toDiagram">show in the diagram</d:s>
     <d:s lang="en" k="notJudged">not judged</d:s>
     <d:s lang="en" k="moreNotJudged">more records not judged:</d:s>
+    <d:s lang="en" k="pos.insideBare">inside {a}</d:s>
+    <d:s lang="en" k="pos.insideBare^">Inside {a}</d:s>
+    <d:s lang="en" k="pos.passed">the run passed over {a}</d:s>
+    <d:s lang="en" k="pos.passed^">The run passed over {a}</d:s>
+    <d:s lang="en" k="pos.inside">inside {a}, operand {b} was taken at step {c}</d:s>
+    <d:s lang="en" k="pos.inside^">Inside {a}, operand {b} was taken at step {c}</d:s>
+    <d:s lang="en" k="pos.after">after step {a} the diagram expects {b}</d:s>
+    <d:s lang="en" k="pos.after^">After step {a} the diagram expects {b}</d:s>
+    <d:s lang="en" k="pos.start">at its start the diagram expects {b}</d:s>
+    <d:s lang="en" k="pos.start^">At its start the diagram expects {b}</d:s>
+    <d:s lang="en" k="pos.afterNone">after step {a} the diagram expects nothing more</d:s>
+    <d:s lang="en" k="pos.afterNone^">After step {a} the diagram expects nothing more</d:s>
+    <d:s lang="en" k="pos.startNone">at its start the diagram expects nothing</d:s>
+    <d:s lang="en" k="pos.startNone^">At its start the diagram expects nothing</d:s>
+    <d:s lang="en" k="pos.more">{a} more</d:s>
+    <d:s lang="en" k="pos.behindIn">the run recorded step {a}, which lies behind, in {b}</d:s>
+    <d:s lang="en" k="pos.behind">the run recorded step {a}, which lies behind</d:s>
+    <d:s lang="en" k="pos.aheadIn">the run recorded step {a}, which lies ahead in {b}, out of reach from here</d:s>
+    <d:s lang="en" k="pos.ahead">the run recorded step {a}, which lies ahead, out of reach from here</d:s>
+    <d:s lang="en" k="pos.nowhere">the run recorded step {a}, which the diagram does not have</d:s>
+    <d:s lang="en" k="pos.ended">the run ended here</d:s>
+    <d:s lang="en" k="pos.and" xml:space="preserve">, </d:s>
+    <d:s lang="en" k="pos.stop">.</d:s>
 
     <d:s lang="zh-CN" k="title">运行偏离模型的位置</d:s>
     <d:s lang="zh-CN" k="expected">预期步骤</d:s>
@@ -72,6 +95,22 @@
     <d:s lang="zh-CN" k="toDiagram">在图中显示</d:s>
     <d:s lang="zh-CN" k="notJudged">未评判</d:s>
     <d:s lang="zh-CN" k="moreNotJudged">其余未评判的记录：</d:s>
+    <d:s lang="zh-CN" k="pos.insideBare">在 {a} 内</d:s>
+    <d:s lang="zh-CN" k="pos.passed">运行越过了 {a}</d:s>
+    <d:s lang="zh-CN" k="pos.inside">在 {a} 内，于步骤 {c} 进入了操作数 {b}</d:s>
+    <d:s lang="zh-CN" k="pos.after">步骤 {a} 之后，图预期 {b}</d:s>
+    <d:s lang="zh-CN" k="pos.start">图在开始处预期 {b}</d:s>
+    <d:s lang="zh-CN" k="pos.afterNone">步骤 {a} 之后，图不再预期任何步骤</d:s>
+    <d:s lang="zh-CN" k="pos.startNone">图在开始处不预期任何步骤</d:s>
+    <d:s lang="zh-CN" k="pos.more">另外 {a} 个</d:s>
+    <d:s lang="zh-CN" k="pos.behindIn">运行记录了步骤 {a}，它位于后方的 {b} 中</d:s>
+    <d:s lang="zh-CN" k="pos.behind">运行记录了步骤 {a}，它位于后方</d:s>
+    <d:s lang="zh-CN" k="pos.aheadIn">运行记录了步骤 {a}，它位于前方的 {b} 中，从此处无法到达</d:s>
+    <d:s lang="zh-CN" k="pos.ahead">运行记录了步骤 {a}，它位于前方，从此处无法到达</d:s>
+    <d:s lang="zh-CN" k="pos.nowhere">运行记录了步骤 {a}，图中没有该步骤</d:s>
+    <d:s lang="zh-CN" k="pos.ended">运行在此结束</d:s>
+    <d:s lang="zh-CN" k="pos.and">，</d:s>
+    <d:s lang="zh-CN" k="pos.stop">。</d:s>
 
     <d:s lang="zh-TW" k="title">執行偏離模型的位置</d:s>
     <d:s lang="zh-TW" k="expected">預期步驟</d:s>
@@ -100,6 +139,22 @@
     <d:s lang="zh-TW" k="toDiagram">在圖中顯示</d:s>
     <d:s lang="zh-TW" k="notJudged">未評判</d:s>
     <d:s lang="zh-TW" k="moreNotJudged">其餘未評判的記錄：</d:s>
+    <d:s lang="zh-TW" k="pos.insideBare">在 {a} 內</d:s>
+    <d:s lang="zh-TW" k="pos.passed">執行越過了 {a}</d:s>
+    <d:s lang="zh-TW" k="pos.inside">在 {a} 內，於步驟 {c} 進入了運算元 {b}</d:s>
+    <d:s lang="zh-TW" k="pos.after">步驟 {a} 之後，圖預期 {b}</d:s>
+    <d:s lang="zh-TW" k="pos.start">圖在開始處預期 {b}</d:s>
+    <d:s lang="zh-TW" k="pos.afterNone">步驟 {a} 之後，圖不再預期任何步驟</d:s>
+    <d:s lang="zh-TW" k="pos.startNone">圖在開始處不預期任何步驟</d:s>
+    <d:s lang="zh-TW" k="pos.more">另外 {a} 個</d:s>
+    <d:s lang="zh-TW" k="pos.behindIn">執行記錄了步驟 {a}，它位於後方的 {b} 中</d:s>
+    <d:s lang="zh-TW" k="pos.behind">執行記錄了步驟 {a}，它位於後方</d:s>
+    <d:s lang="zh-TW" k="pos.aheadIn">執行記錄了步驟 {a}，它位於前方的 {b} 中，從此處無法到達</d:s>
+    <d:s lang="zh-TW" k="pos.ahead">執行記錄了步驟 {a}，它位於前方，從此處無法到達</d:s>
+    <d:s lang="zh-TW" k="pos.nowhere">執行記錄了步驟 {a}，圖中沒有該步驟</d:s>
+    <d:s lang="zh-TW" k="pos.ended">執行在此結束</d:s>
+    <d:s lang="zh-TW" k="pos.and">，</d:s>
+    <d:s lang="zh-TW" k="pos.stop">。</d:s>
 
     <d:s lang="ko" k="title">실행이 모델을 벗어난 위치</d:s>
     <d:s lang="ko" k="expected">예상 단계</d:s>
@@ -128,6 +183,22 @@
     <d:s lang="ko" k="toDiagram">다이어그램에서 보기</d:s>
     <d:s lang="ko" k="notJudged">판정하지 않음</d:s>
     <d:s lang="ko" k="moreNotJudged">판정하지 않은 나머지 기록:</d:s>
+    <d:s lang="ko" k="pos.insideBare">{a} 안에 있었습니다</d:s>
+    <d:s lang="ko" k="pos.passed">실행이 {a}을(를) 건너뛰었습니다</d:s>
+    <d:s lang="ko" k="pos.inside">{a} 안에서 단계 {c}에 피연산자 {b}을(를) 택했습니다</d:s>
+    <d:s lang="ko" k="pos.after">단계 {a} 다음에 다이어그램은 {b}을(를) 예상합니다</d:s>
+    <d:s lang="ko" k="pos.start">시작에서 다이어그램은 {b}을(를) 예상합니다</d:s>
+    <d:s lang="ko" k="pos.afterNone">단계 {a} 다음에 다이어그램은 더 이상 예상하는 단계가 없습니다</d:s>
+    <d:s lang="ko" k="pos.startNone">시작에서 다이어그램은 아무 단계도 예상하지 않습니다</d:s>
+    <d:s lang="ko" k="pos.more">그 밖에 {a}개</d:s>
+    <d:s lang="ko" k="pos.behindIn">실행이 기록한 단계 {a}은(는) 뒤쪽 {b} 안에 있습니다</d:s>
+    <d:s lang="ko" k="pos.behind">실행이 기록한 단계 {a}은(는) 뒤쪽에 있습니다</d:s>
+    <d:s lang="ko" k="pos.aheadIn">실행이 기록한 단계 {a}은(는) 앞쪽 {b} 안에 있으며 여기서 도달할 수 없습니다</d:s>
+    <d:s lang="ko" k="pos.ahead">실행이 기록한 단계 {a}은(는) 앞쪽에 있으며 여기서 도달할 수 없습니다</d:s>
+    <d:s lang="ko" k="pos.nowhere">실행이 기록한 단계 {a}은(는) 다이어그램에 없습니다</d:s>
+    <d:s lang="ko" k="pos.ended">실행이 여기서 끝났습니다</d:s>
+    <d:s lang="ko" k="pos.and" xml:space="preserve">, </d:s>
+    <d:s lang="ko" k="pos.stop">.</d:s>
 
     <d:s lang="ja" k="title">実行がモデルから外れた箇所</d:s>
     <d:s lang="ja" k="expected">期待されたステップ</d:s>
@@ -156,6 +227,22 @@
     <d:s lang="ja" k="toDiagram">図で表示</d:s>
     <d:s lang="ja" k="notJudged">未判定</d:s>
     <d:s lang="ja" k="moreNotJudged">判定していない残りの記録:</d:s>
+    <d:s lang="ja" k="pos.insideBare">{a} の中にいました</d:s>
+    <d:s lang="ja" k="pos.passed">実行は {a} を通り過ぎました</d:s>
+    <d:s lang="ja" k="pos.inside">{a} の中で、ステップ {c} でオペランド {b} に入りました</d:s>
+    <d:s lang="ja" k="pos.after">ステップ {a} の後、図は {b} を期待します</d:s>
+    <d:s lang="ja" k="pos.start">図は最初に {b} を期待します</d:s>
+    <d:s lang="ja" k="pos.afterNone">ステップ {a} の後、図はこれ以上のステップを期待しません</d:s>
+    <d:s lang="ja" k="pos.startNone">図は最初に何も期待しません</d:s>
+    <d:s lang="ja" k="pos.more">ほか {a} 件</d:s>
+    <d:s lang="ja" k="pos.behindIn">実行が記録したステップ {a} は後方の {b} の中にあります</d:s>
+    <d:s lang="ja" k="pos.behind">実行が記録したステップ {a} は後方にあります</d:s>
+    <d:s lang="ja" k="pos.aheadIn">実行が記録したステップ {a} は前方の {b} の中にあり、ここからは到達できません</d:s>
+    <d:s lang="ja" k="pos.ahead">実行が記録したステップ {a} は前方にあり、ここからは到達できません</d:s>
+    <d:s lang="ja" k="pos.nowhere">実行が記録したステップ {a} は図にありません</d:s>
+    <d:s lang="ja" k="pos.ended">実行はここで終了しました</d:s>
+    <d:s lang="ja" k="pos.and">、</d:s>
+    <d:s lang="ja" k="pos.stop">。</d:s>
   </d:strings>
 
   <xsl:variable name="diagnosisWords" select="document('')/*/d:strings/d:s"/>
@@ -192,7 +279,10 @@
          the line where the diagram expected something else. -->
     <xsl:variable name="before" select="(Outline//*[self::Step or self::Steps][@line &gt;= $eline])[1]"/>
     <p class="diag-sentence">
-      <xsl:call-template name="diag-sentence"/>
+      <xsl:choose>
+        <xsl:when test="Position"><xsl:apply-templates select="Position" mode="sentence"/></xsl:when>
+        <xsl:otherwise><xsl:call-template name="diag-sentence"/></xsl:otherwise>
+      </xsl:choose>
     </p>
     <div class="sd-outline">
       <xsl:apply-templates select="Outline/*" mode="diag">
@@ -202,6 +292,179 @@
         <xsl:call-template name="diag-rejected-chip"/>
       </xsl:if>
     </div>
+  </xsl:template>
+
+  <!-- One sentence of where the run stood: the fragments its last step
+       passed over, the operands it was inside, what the diagram expected
+       there and where the recorded step lies. "The run passed over alt
+       Returns.refund; inside opt Returns.mail, operand 1 was taken at step 4;
+       after step 4 the diagram expects 5; the run recorded step 2
+       (refundToCard), which lies behind, in alt Returns.refund." -->
+  <xsl:template match="Position" mode="sentence">
+    <xsl:variable name="lead">
+      <xsl:choose>
+        <xsl:when test="PassedOver">passed</xsl:when>
+        <xsl:when test="Inside">inside</xsl:when>
+        <xsl:otherwise>after</xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
+    <xsl:if test="PassedOver">
+      <xsl:call-template name="pos-clause">
+        <xsl:with-param name="k" select="'pos.passed'"/>
+        <xsl:with-param name="first" select="true()"/>
+        <xsl:with-param name="a">
+          <xsl:for-each select="PassedOver">
+            <xsl:if test="position() &gt; 1"><xsl:call-template name="dw"><xsl:with-param name="k" select="'comma'"/></xsl:call-template></xsl:if>
+            <xsl:call-template name="pos-fragment"/>
+          </xsl:for-each>
+        </xsl:with-param>
+      </xsl:call-template>
+      <xsl:call-template name="dw"><xsl:with-param name="k" select="'sep'"/></xsl:call-template>
+    </xsl:if>
+    <xsl:for-each select="Inside">
+      <xsl:call-template name="pos-clause">
+        <xsl:with-param name="k">
+          <xsl:choose>
+            <xsl:when test="@operand">pos.inside</xsl:when>
+            <xsl:otherwise>pos.insideBare</xsl:otherwise>
+          </xsl:choose>
+        </xsl:with-param>
+        <xsl:with-param name="first" select="$lead = 'inside' and position() = 1"/>
+        <xsl:with-param name="a"><xsl:call-template name="pos-fragment"/></xsl:with-param>
+        <xsl:with-param name="b" select="string(@operand)"/>
+        <xsl:with-param name="c"><strong><xsl:value-of select="@enteredAt"/></strong></xsl:with-param>
+      </xsl:call-template>
+      <xsl:call-template name="dw"><xsl:with-param name="k" select="'sep'"/></xsl:call-template>
+    </xsl:for-each>
+    <xsl:call-template name="pos-clause">
+      <xsl:with-param name="k">
+        <xsl:choose>
+          <xsl:when test="@last and Option">pos.after</xsl:when>
+          <xsl:when test="@last">pos.afterNone</xsl:when>
+          <xsl:when test="Option">pos.start</xsl:when>
+          <xsl:otherwise>pos.startNone</xsl:otherwise>
+        </xsl:choose>
+      </xsl:with-param>
+      <xsl:with-param name="first" select="$lead = 'after'"/>
+      <xsl:with-param name="a"><strong><xsl:value-of select="@lastValue"/></strong></xsl:with-param>
+      <xsl:with-param name="b">
+        <xsl:for-each select="Option">
+          <xsl:if test="position() &gt; 1">
+            <xsl:choose>
+              <xsl:when test="position() = last() and ../@moreOptions = 0">
+                <xsl:text> </xsl:text>
+                <xsl:call-template name="dw"><xsl:with-param name="k" select="'or'"/></xsl:call-template>
+                <xsl:text> </xsl:text>
+              </xsl:when>
+              <xsl:otherwise><xsl:call-template name="dw"><xsl:with-param name="k" select="'comma'"/></xsl:call-template></xsl:otherwise>
+            </xsl:choose>
+          </xsl:if>
+          <strong><xsl:value-of select="@value"/></strong>
+          <xsl:if test="@operator">
+            <xsl:text> (</xsl:text>
+            <xsl:call-template name="pos-fragment"/>
+            <xsl:text>)</xsl:text>
+          </xsl:if>
+        </xsl:for-each>
+        <xsl:if test="@moreOptions &gt; 0">
+          <xsl:text> </xsl:text>
+          <xsl:call-template name="dw"><xsl:with-param name="k" select="'or'"/></xsl:call-template>
+          <xsl:text> </xsl:text>
+          <xsl:call-template name="pos-clause">
+            <xsl:with-param name="k" select="'pos.more'"/>
+            <xsl:with-param name="a" select="string(@moreOptions)"/>
+          </xsl:call-template>
+        </xsl:if>
+      </xsl:with-param>
+    </xsl:call-template>
+    <xsl:call-template name="dw"><xsl:with-param name="k" select="'sep'"/></xsl:call-template>
+    <xsl:variable name="r" select="Recorded"/>
+    <xsl:choose>
+      <xsl:when test="$r">
+        <xsl:call-template name="pos-clause">
+          <xsl:with-param name="k">
+            <xsl:choose>
+              <xsl:when test="$r/@where = 'behind' and $r/@operator">pos.behindIn</xsl:when>
+              <xsl:when test="$r/@where = 'behind'">pos.behind</xsl:when>
+              <xsl:when test="$r/@where = 'ahead' and $r/@operator">pos.aheadIn</xsl:when>
+              <xsl:when test="$r/@where = 'ahead'">pos.ahead</xsl:when>
+              <xsl:otherwise>pos.nowhere</xsl:otherwise>
+            </xsl:choose>
+          </xsl:with-param>
+          <xsl:with-param name="a">
+            <strong class="bad"><xsl:value-of select="../Rejected/@value"/></strong>
+            <xsl:if test="string(../Rejected/@msgid) != ''">
+              <xsl:text> (</xsl:text>
+              <xsl:value-of select="../Rejected/@msgid"/>
+              <xsl:text>)</xsl:text>
+            </xsl:if>
+          </xsl:with-param>
+          <xsl:with-param name="b"><xsl:for-each select="$r"><xsl:call-template name="pos-fragment"/></xsl:for-each></xsl:with-param>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:otherwise>
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'pos.ended'"/></xsl:call-template>
+      </xsl:otherwise>
+    </xsl:choose>
+    <xsl:call-template name="dw"><xsl:with-param name="k" select="'pos.stop'"/></xsl:call-template>
+  </xsl:template>
+
+  <!-- "alt Returns.refund", as the outline labels fragments. -->
+  <xsl:template name="pos-fragment">
+    <span class="fragname">
+      <xsl:value-of select="translate(@operator, 'ABCDEFGHIJKLMNOPQRSTUVWXYZ', 'abcdefghijklmnopqrstuvwxyz')"/>
+      <xsl:if test="string(@id) != ''">
+        <xsl:text> </xsl:text>
+        <xsl:value-of select="@id"/>
+      </xsl:if>
+    </span>
+  </xsl:template>
+
+  <!-- A clause of the sentence with {a}, {b} and {c} filled in; the first
+       clause takes the language's capitalised form when it has one. -->
+  <xsl:template name="pos-clause">
+    <xsl:param name="k"/>
+    <xsl:param name="first" select="false()"/>
+    <xsl:param name="a"/>
+    <xsl:param name="b"/>
+    <xsl:param name="c"/>
+    <xsl:variable name="capital" select="$diagnosisWords[@lang = $lang][@k = concat($k, '^')]"/>
+    <xsl:call-template name="pos-fill">
+      <xsl:with-param name="s">
+        <xsl:choose>
+          <xsl:when test="$first and $capital"><xsl:value-of select="$capital"/></xsl:when>
+          <xsl:otherwise><xsl:call-template name="dw"><xsl:with-param name="k" select="$k"/></xsl:call-template></xsl:otherwise>
+        </xsl:choose>
+      </xsl:with-param>
+      <xsl:with-param name="a" select="$a"/>
+      <xsl:with-param name="b" select="$b"/>
+      <xsl:with-param name="c" select="$c"/>
+    </xsl:call-template>
+  </xsl:template>
+
+  <xsl:template name="pos-fill">
+    <xsl:param name="s"/>
+    <xsl:param name="a"/>
+    <xsl:param name="b"/>
+    <xsl:param name="c"/>
+    <xsl:choose>
+      <xsl:when test="contains($s, '{')">
+        <xsl:value-of select="substring-before($s, '{')"/>
+        <xsl:variable name="key" select="substring(substring-after($s, '{'), 1, 1)"/>
+        <xsl:choose>
+          <xsl:when test="$key = 'a'"><xsl:copy-of select="$a"/></xsl:when>
+          <xsl:when test="$key = 'b'"><xsl:copy-of select="$b"/></xsl:when>
+          <xsl:when test="$key = 'c'"><xsl:copy-of select="$c"/></xsl:when>
+        </xsl:choose>
+        <xsl:call-template name="pos-fill">
+          <xsl:with-param name="s" select="substring-after($s, '}')"/>
+          <xsl:with-param name="a" select="$a"/>
+          <xsl:with-param name="b" select="$b"/>
+          <xsl:with-param name="c" select="$c"/>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:otherwise><xsl:value-of select="$s"/></xsl:otherwise>
+    </xsl:choose>
   </xsl:template>
 
   <!-- "Expected step 3 or 4; the run recorded step 7 (payByCard)." -->

@@ -39,7 +39,10 @@ AssertionList sdRun(const std::vector<std::string>& values, int max, bool finish
 }
 
 // The Diagnosis element a run gets against `lines`, without indentation.
-std::string diagnosisOf(const SequenceLines& lines, const AssertionList& records) {
+// Its Position, which has a table of its own below, is left out unless
+// `position` asks for that alone.
+std::string diagnosisOf(const SequenceLines& lines, const AssertionList& records,
+                        bool position = false) {
   TestModel model;
   model.kind = VerificationKind::kSdTest;
   model.sequenceLines = std::make_shared<const SequenceLines>(lines);
@@ -47,7 +50,14 @@ std::string diagnosisOf(const SequenceLines& lines, const AssertionList& records
   const TestCaseVerdict verdict = judgeTestCase(&log, model, true);
   XmlNodePtr result(newElement("TestCaseResult"));
   writeDiagnosis(result.get(), verdict);
-  return test::dumpNode(result->children);
+  for (xmlNode* child = result->children->children; child; child = child->next) {
+    if (xmlStrcmp(child->name, BAD_CAST "Position") != 0) continue;
+    if (position) return test::dumpNode(child);
+    xmlUnlinkNode(child);
+    xmlFreeNode(child);
+    break;
+  }
+  return position ? std::string() : test::dumpNode(result->children);
 }
 
 struct Case {
@@ -368,7 +378,10 @@ TEST(DiagnosisElement, AContextNamesStepsAfterItsTestCasesOfTheSameDiagram) {
       R"(<Step line="7" value="3" accepted="1"><Name instance="Till" message="m3"/>)"
       R"(<Name instance="Shop" message="m3" from="other"/></Step>)"
       R"(<Step line="8" value="4" accepted="0"><Name instance="Shop" message="m4" from="other"/></Step>)"
-      R"(</Outline><Expected line="8"><Value value="4"/></Expected></Diagnosis>)");
+      R"(</Outline><Expected line="8"><Value value="4"/></Expected>)"
+      R"(<Position last="7" lastValue="3" moreOptions="0">)"
+      R"(<PassedOver operator="OPT" id="o" line="2"/><Option value="4" line="8"/></Position>)"
+      R"(</Diagnosis>)");
 }
 
 // Steps side by side with the same count fold into one element unless a
@@ -439,6 +452,135 @@ TEST(DiagnosisElement, NoneWithoutAModel) {
   XmlNodePtr result(newElement("TestCaseResult"));
   writeDiagnosis(result.get(), verdict);
   EXPECT_EQ(test::dumpNode(result.get()), "<TestCaseResult/>");
+}
+
+}  // namespace
+}  // namespace qendor
+
+namespace qendor {
+namespace {
+
+// Where the run stood, in the diagram's terms: the sentence of the report
+// is made of these.
+struct PositionCase {
+  const char* name;
+  SequenceLines lines;
+  std::vector<std::string> run;
+  bool finished;
+  const char* expected;
+};
+
+const SequenceLines kRefund = {"1",
+                               "ALT_BEGIN(R.refund)",
+                               "ALT_OPERAND_BEGIN(R.refund)",
+                               "2",
+                               "ALT_OPERAND_END(R.refund)",
+                               "ALT_OPERAND_BEGIN(R.refund)",
+                               "3",
+                               "ALT_OPERAND_END(R.refund)",
+                               "ALT_END(R.refund)",
+                               "OPT_BEGIN(R.mail)",
+                               "OPT_OPERAND_BEGIN(R.mail)",
+                               "4",
+                               "OPT_OPERAND_END(R.mail)",
+                               "OPT_END(R.mail)",
+                               "5"};
+
+const SequenceLines kNested = {"1",
+                               "LOOP_BEGIN(l)",
+                               "LOOP_OPERAND_BEGIN(l)",
+                               "2",
+                               "ALT_BEGIN(a)",
+                               "ALT_OPERAND_BEGIN(a)",
+                               "3",
+                               "ALT_OPERAND_END(a)",
+                               "ALT_OPERAND_BEGIN(a)",
+                               "4",
+                               "ALT_OPERAND_END(a)",
+                               "ALT_END(a)",
+                               "LOOP_OPERAND_END(l)",
+                               "LOOP_END(l)",
+                               "STRICT_BEGIN(s)",
+                               "5",
+                               "6",
+                               "STRICT_END(s)"};
+
+const PositionCase kPositions[] = {
+    {"skipped alt, inside opt, recorded behind",
+     kRefund,
+     {"1", "4", "2"},
+     true,
+     R"(<Position last="12" lastValue="4" moreOptions="0">)"
+     R"(<Inside operator="OPT" id="R.mail" line="10" operand="1" enteredAt="4"/>)"
+     R"(<PassedOver operator="ALT" id="R.refund" line="2"/>)"
+     R"(<Option value="5" line="15"/>)"
+     R"(<Recorded where="behind" line="4" operator="ALT" id="R.refund" fragmentLine="2"/>)"
+     R"(</Position>)"},
+    {"inside alt operand 1, options in other fragments",
+     kRefund,
+     {"1", "2", "9"},
+     true,
+     R"(<Position last="4" lastValue="2" moreOptions="0">)"
+     R"(<Inside operator="ALT" id="R.refund" line="2" operand="1" enteredAt="2"/>)"
+     R"(<Option value="3" line="7"/>)"
+     R"(<Option value="4" line="12" operator="OPT" id="R.mail" fragmentLine="10"/>)"
+     R"(<Option value="5" line="15"/>)"
+     R"(<Recorded where="nowhere"/></Position>)"},
+    {"nothing accepted yet",
+     kRefund,
+     {"5"},
+     true,
+     R"(<Position moreOptions="0"><Option value="1" line="1"/>)"
+     R"(<Recorded where="ahead" line="15"/></Position>)"},
+    {"ended early at the top level",
+     kRefund,
+     {"1"},
+     false,
+     R"(<Position last="1" lastValue="1" moreOptions="0">)"
+     R"(<Option value="2" line="4" operator="ALT" id="R.refund" fragmentLine="2"/>)"
+     R"(<Option value="3" line="7" operator="ALT" id="R.refund" fragmentLine="2"/>)"
+     R"(<Option value="4" line="12" operator="OPT" id="R.mail" fragmentLine="10"/>)"
+     R"(<Option value="5" line="15"/></Position>)"},
+    {"nested alt inside a loop",
+     kNested,
+     {"1", "2", "4", "1"},
+     true,
+     R"(<Position last="10" lastValue="4" moreOptions="0">)"
+     R"(<Inside operator="LOOP" id="l" line="2" operand="1" enteredAt="2"/>)"
+     R"(<Inside operator="ALT" id="a" line="5" operand="2" enteredAt="4"/>)"
+     R"(<Option value="2" line="4"/>)"
+     R"(<Option value="5" line="16" operator="STRICT" id="s" fragmentLine="15"/>)"
+     R"(<Recorded where="behind" line="1"/></Position>)"},
+    {"a loop passed over, inside a strict fragment",
+     kNested,
+     {"1", "5", "9"},
+     true,
+     R"(<Position last="16" lastValue="5" moreOptions="0">)"
+     R"(<Inside operator="STRICT" id="s" line="15"/>)"
+     R"(<PassedOver operator="LOOP" id="l" line="2"/>)"
+     R"(<Option value="6" line="17"/>)"
+     R"(<Recorded where="nowhere"/></Position>)"},
+};
+
+TEST(DiagnosisElement, PositionSaysWhereTheRunStood) {
+  for (const PositionCase& c : kPositions) {
+    EXPECT_EQ(diagnosisOf(c.lines, sdRun(c.run, 5, c.finished), true), c.expected) << c.name;
+  }
+}
+
+// More values than the sentence names are counted, not listed.
+TEST(DiagnosisElement, PositionListsTheFirstEightOptions) {
+  SequenceLines lines = {"ALT_BEGIN(a)"};
+  for (int i = 1; i <= 10; ++i) {
+    lines.insert(lines.end(), {"ALT_OPERAND_BEGIN(a)", std::to_string(i), "ALT_OPERAND_END(a)"});
+  }
+  lines.push_back("ALT_END(a)");
+  const std::string position = diagnosisOf(lines, sdRun({"x"}, 10, true), true);
+  EXPECT_NE(position.find(R"(<Position moreOptions="2"><Option value="1" line="3" operator="ALT")"),
+            std::string::npos)
+      << position;
+  EXPECT_EQ(position.find(R"(value="8")"), std::string::npos) << position;
+  EXPECT_NE(position.find(R"(<Option value="7" line="21")"), std::string::npos) << position;
 }
 
 }  // namespace

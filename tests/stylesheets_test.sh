@@ -145,8 +145,10 @@ for code in CHS CHT KOR JPN; do
   keys_of "$sheets/TestResult2$code.xslt" >"$work/keys.$code"
   check "$code has the same string keys as ENU" cmp -s "$work/keys.ENU" "$work/keys.$code"
 done
-# The diagnosis knows the same words in every language.
-diagnosis_keys() { grep -o "<d:s lang=\"$1\" k=\"[^\"]*\"" "$sheets/TestResultDiagnosis.xslt" | sed 's/lang="[^"]*"//'; }
+# The diagnosis knows the same words in every language; a key ending in "^"
+# is the capitalised form a sentence starts with, which only languages with
+# capitals have.
+diagnosis_keys() { grep -o "<d:s lang=\"$1\" k=\"[^\"]*\"" "$sheets/TestResultDiagnosis.xslt" | sed 's/lang="[^"]*"//' | grep -v '\^"$'; }
 diagnosis_keys en >"$work/dkeys.en"
 check "English diagnosis words found" test -s "$work/dkeys.en"
 for lang in zh-CN zh-TW ko ja; do

@@ -92,7 +92,10 @@ class Judgement {
     }
     entry.step = StepResult::kAccepted;
     entry.diagramLine = sequencePosition_;
-    if (sequenceTrace_) ++sequenceTrace_->acceptedAt[sequencePosition_ - 1];
+    if (sequenceTrace_) {
+      ++sequenceTrace_->acceptedAt[sequencePosition_ - 1];
+      sequenceTrace_->lastFrom = before;
+    }
     if (sequencePosition_ == lines->size()) outcome_ = Outcome::kVerified;
     return true;
   }

@@ -61,6 +61,8 @@ struct SequenceDiagnosis {
   // accepted one when the run ended early; and what it would have accepted
   // there (only then).
   size_t position = 0;
+  // Where the step stood before it accepted its last message.
+  size_t lastFrom = 0;
   bool showExpected = false;
   std::vector<std::string> expected;
 };

@@ -101,7 +101,10 @@ async function run() {
             picture.map((c) => c.inside));
       check(code + ': a hollow step says so to a screen reader', picture[1].spoken.length > 0, picture[1]);
       if (code === 'ENU') {
-        equal('ENU: the sentence', 'Expected step 5; the run recorded step 2 (refundToCard)',
+        equal('ENU: the sentence',
+              'The run passed over alt Returns.refund; inside opt Returns.mail, operand 1 was taken at step 4; ' +
+              'after step 4 the diagram expects 5; the run recorded step 2 (refundToCard), which lies behind, ' +
+              'in alt Returns.refund.',
               (await page.textContent('#tc-RefundOrder .diag-sentence')).trim());
         equal('ENU: a hollow step is read as not reached', 'not reached', picture[1].spoken);
         equal('ENU: the rejected chip is read as rejected', 'rejected', picture[4].spoken);
