@@ -30,7 +30,12 @@
     <l:s k="hist.below">未通过（线下方）</l:s>
     <l:s k="hist.numbers">各次运行的数据</l:s>
     <l:s k="hist.time">时间</l:s>
-    <l:s k="hist.newFirst">新失败排在最前。</l:s>
+    <l:s k="hist.problemsCaption">未通过的测试用例：新失败在前，其余按执行顺序</l:s>
+    <l:s k="hist.nNew">新失败：{n}</l:s>
+    <l:s k="hist.nFixed">已修复：{n}</l:s>
+    <l:s k="hist.nFlaky">不稳定：{n}</l:s>
+    <l:s k="hist.changes">与上次运行相比</l:s>
+    <l:s k="hist.runsOrder">最新的在前</l:s>
     <l:s k="hc" src="new">新失败</l:s>
     <l:s k="hc" src="fixed">已修复</l:s>
     <l:s k="hc" src="flaky">不稳定</l:s>

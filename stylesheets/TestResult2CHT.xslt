@@ -30,7 +30,12 @@
     <l:s k="hist.below">未通過（線下方）</l:s>
     <l:s k="hist.numbers">各次執行的數據</l:s>
     <l:s k="hist.time">時間</l:s>
-    <l:s k="hist.newFirst">新失敗排在最前。</l:s>
+    <l:s k="hist.problemsCaption">未通過的測試案例：新失敗在前，其餘依執行順序</l:s>
+    <l:s k="hist.nNew">新失敗：{n}</l:s>
+    <l:s k="hist.nFixed">已修復：{n}</l:s>
+    <l:s k="hist.nFlaky">不穩定：{n}</l:s>
+    <l:s k="hist.changes">與上次執行相比</l:s>
+    <l:s k="hist.runsOrder">最新的在前</l:s>
     <l:s k="hc" src="new">新失敗</l:s>
     <l:s k="hc" src="fixed">已修復</l:s>
     <l:s k="hc" src="flaky">不穩定</l:s>

@@ -30,7 +30,12 @@
     <l:s k="hist.below">Not passed, below the line</l:s>
     <l:s k="hist.numbers">Runs in numbers</l:s>
     <l:s k="hist.time">Time</l:s>
-    <l:s k="hist.newFirst">New failures come first.</l:s>
+    <l:s k="hist.problemsCaption">Test cases that did not pass: new failures first, then in execution order</l:s>
+    <l:s k="hist.nNew">New failures: {n}</l:s>
+    <l:s k="hist.nFixed">Fixed: {n}</l:s>
+    <l:s k="hist.nFlaky">Flaky: {n}</l:s>
+    <l:s k="hist.changes">Since the run before</l:s>
+    <l:s k="hist.runsOrder">Newest first</l:s>
     <l:s k="hc" src="new">New failure</l:s>
     <l:s k="hc" src="fixed">Fixed</l:s>
     <l:s k="hc" src="flaky">Flaky</l:s>

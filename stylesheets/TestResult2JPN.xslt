@@ -30,7 +30,12 @@
     <l:s k="hist.below">未合格（線の下）</l:s>
     <l:s k="hist.numbers">実行ごとの数値</l:s>
     <l:s k="hist.time">時刻</l:s>
-    <l:s k="hist.newFirst">新しい失敗を先に表示します。</l:s>
+    <l:s k="hist.problemsCaption">合格しなかったテストケース：新しい失敗が先、残りは実行順</l:s>
+    <l:s k="hist.nNew">新しい失敗：{n}</l:s>
+    <l:s k="hist.nFixed">修正済み：{n}</l:s>
+    <l:s k="hist.nFlaky">不安定：{n}</l:s>
+    <l:s k="hist.changes">前回の実行から</l:s>
+    <l:s k="hist.runsOrder">新しい順</l:s>
     <l:s k="hc" src="new">新しい失敗</l:s>
     <l:s k="hc" src="fixed">修正済み</l:s>
     <l:s k="hc" src="flaky">不安定</l:s>

@@ -30,7 +30,12 @@
     <l:s k="hist.below">통과하지 못함(선 아래)</l:s>
     <l:s k="hist.numbers">실행별 수치</l:s>
     <l:s k="hist.time">시간</l:s>
-    <l:s k="hist.newFirst">새 실패가 먼저 표시됩니다.</l:s>
+    <l:s k="hist.problemsCaption">통과하지 못한 테스트 케이스: 새 실패가 먼저, 나머지는 실행 순서</l:s>
+    <l:s k="hist.nNew">새 실패: {n}</l:s>
+    <l:s k="hist.nFixed">수정됨: {n}</l:s>
+    <l:s k="hist.nFlaky">불안정: {n}</l:s>
+    <l:s k="hist.changes">이전 실행 대비</l:s>
+    <l:s k="hist.runsOrder">최신 순</l:s>
     <l:s k="hc" src="new">새 실패</l:s>
     <l:s k="hc" src="fixed">수정됨</l:s>
     <l:s k="hc" src="flaky">불안정</l:s>

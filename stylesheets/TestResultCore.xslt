@@ -425,7 +425,10 @@
     <xsl:variable name="nFailed" select="count(key('case-by-status', 'FAILED'))"/>
     <xsl:variable name="nError" select="count(key('case-by-status', 'ERROR'))"/>
     <xsl:variable name="nOther" select="$total - count(key('case-by-status', 'PASSED')) - $nFailed - $nError"/>
-    <xsl:variable name="first" select="$cases[not(@status = 'PASSED')][1]"/>
+    <!-- With earlier runs the first problem is the first new failure. -->
+    <xsl:variable name="firstAny" select="$cases[not(@status = 'PASSED')][1]"/>
+    <xsl:variable name="firstNew" select="$cases[not(@status = 'PASSED')][key('hist-trend', @fullname)[1]/@classification = 'new'][1]"/>
+    <xsl:variable name="first" select="$firstNew | $firstAny[not($firstNew)]"/>
     <p id="banner-line">
       <xsl:choose>
         <xsl:when test="$total = 0">
@@ -462,6 +465,7 @@
         </xsl:otherwise>
       </xsl:choose>
     </p>
+    <xsl:call-template name="history-banner"><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
     <xsl:if test="$first">
       <p>
         <a id="first-problem" href="#{concat('tc-', translate($first/@name, ' &#9;&#10;&#13;#%&quot;', '_______'))}">
@@ -805,7 +809,7 @@
       <xsl:otherwise>
         <div class="scroll">
         <table class="grid problems">
-          <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'problems.caption'"/></xsl:call-template><xsl:call-template name="history-problems-note"/></caption>
+          <caption><xsl:call-template name="problems-caption"/></caption>
           <thead>
             <tr>
               <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></th>

@@ -9,11 +9,14 @@
                            status marks (oldest first, this run last) and
                            its classification as a label
     History, mode trend    on a context report: passed and not passed test
-                           cases over the runs as inline SVG, with the
-                           numbers as a table
+                           cases over the runs as bars with their counts,
+                           with the numbers as a table
+    history-banner         in the banner: new failures, fixed and flaky
+                           test cases, each linked to the first of its kind
     history-problem-mark   in the Problems table: the classification label
-    history-problems-note  in its caption: new failures come first (the
-                           table sorts by the "hist-trend" key)
+    problems-caption       its caption, which says the order shown (new
+                           failures first: the table sorts by the
+                           "hist-trend" key)
     history-css            the styles of all of these
 
   Marks tell a status by shape as well as by colour (the shapes of the
@@ -127,10 +130,71 @@
     </xsl:if>
   </xsl:template>
 
-  <xsl:template name="history-problems-note">
-    <xsl:if test="/TestResult/History">
-      <span class="hist-note"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.newFirst'"/></xsl:call-template></span>
+  <!-- The caption of the Problems table says the order it shows: with
+       earlier runs new failures come first (the table sorts by the
+       "hist-trend" key). -->
+  <xsl:template name="problems-caption">
+    <xsl:call-template name="t">
+      <xsl:with-param name="k">
+        <xsl:choose>
+          <xsl:when test="/TestResult/History">hist.problemsCaption</xsl:when>
+          <xsl:otherwise>problems.caption</xsl:otherwise>
+        </xsl:choose>
+      </xsl:with-param>
+    </xsl:call-template>
+  </xsl:template>
+
+  <!-- ===== In the banner ===== -->
+
+  <!-- One line of what changed since the run before: new failures, fixed
+       and flaky test cases, each count a link to the first of its kind in
+       execution order. -->
+  <xsl:template name="history-banner">
+    <xsl:param name="cases"/>
+    <xsl:if test="/TestResult/History/TestCaseTrend">
+      <p id="hist-banner">
+        <span class="vh"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.changes'"/></xsl:call-template><xsl:text>: </xsl:text></span>
+        <xsl:call-template name="history-banner-count">
+          <xsl:with-param name="cases" select="$cases"/>
+          <xsl:with-param name="c" select="'new'"/>
+          <xsl:with-param name="k" select="'hist.nNew'"/>
+        </xsl:call-template>
+        <xsl:text> </xsl:text>
+        <xsl:call-template name="history-banner-count">
+          <xsl:with-param name="cases" select="$cases"/>
+          <xsl:with-param name="c" select="'fixed'"/>
+          <xsl:with-param name="k" select="'hist.nFixed'"/>
+        </xsl:call-template>
+        <xsl:text> </xsl:text>
+        <xsl:call-template name="history-banner-count">
+          <xsl:with-param name="cases" select="$cases"/>
+          <xsl:with-param name="c" select="'flaky'"/>
+          <xsl:with-param name="k" select="'hist.nFlaky'"/>
+        </xsl:call-template>
+      </p>
     </xsl:if>
+  </xsl:template>
+
+  <xsl:template name="history-banner-count">
+    <xsl:param name="cases"/>
+    <xsl:param name="c"/>
+    <xsl:param name="k"/>
+    <xsl:variable name="these" select="$cases[key('hist-trend', @fullname)[1]/@classification = $c]"/>
+    <xsl:variable name="text">
+      <xsl:call-template name="fmt">
+        <xsl:with-param name="k" select="$k"/>
+        <xsl:with-param name="n"><xsl:call-template name="int"><xsl:with-param name="n" select="count($these)"/></xsl:call-template></xsl:with-param>
+      </xsl:call-template>
+    </xsl:variable>
+    <xsl:choose>
+      <xsl:when test="$these">
+        <xsl:variable name="cid"><xsl:for-each select="$these[1]"><xsl:call-template name="case-id"/></xsl:for-each></xsl:variable>
+        <a id="hist-first-{$c}" class="hist-label hl-{$c}" href="#{$cid}"><xsl:value-of select="$text"/></a>
+      </xsl:when>
+      <xsl:otherwise>
+        <span class="hist-label hl-none"><xsl:value-of select="$text"/></span>
+      </xsl:otherwise>
+    </xsl:choose>
   </xsl:template>
 
   <!-- ===== Trend on a context report ===== -->
@@ -172,29 +236,28 @@
       </xsl:variable>
       <div class="hist-trend" role="region" aria-labelledby="hist-trend-title">
         <h3 id="hist-trend-title"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.trend'"/></xsl:call-template></h3>
-        <!-- One slot of ten units a run; passed test cases rise above the
-             line, the others hang below it, so the two read apart without
-             colour. -->
-        <svg class="hist-chart" viewBox="0 0 {$n * 10} {2 * $most + 1}" preserveAspectRatio="none"
-             role="img" aria-label="{$label}" style="max-width:{$n * 36}px">
+        <!-- One column a run, as wide as the page allows, oldest first:
+             passed test cases rise above the line, the others hang below
+             it, each bar with its count and the run's number as text, so
+             the two read apart without colour. -->
+        <div class="hist-chart" role="img" aria-label="{$label}">
           <xsl:for-each select="$runs">
             <xsl:sort select="@number" data-type="number" order="ascending"/>
             <xsl:call-template name="history-bars">
-              <xsl:with-param name="i" select="position() - 1"/>
+              <xsl:with-param name="run" select="concat('#', @number)"/>
               <xsl:with-param name="passed" select="count(TestCaseRun[@status = 'PASSED'])"/>
               <xsl:with-param name="total" select="count(TestCaseRun)"/>
               <xsl:with-param name="most" select="$most"/>
             </xsl:call-template>
           </xsl:for-each>
           <xsl:call-template name="history-bars">
-            <xsl:with-param name="i" select="$n - 1"/>
+            <xsl:with-param name="run"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.now'"/></xsl:call-template></xsl:with-param>
             <xsl:with-param name="passed" select="$nowPassed"/>
             <xsl:with-param name="total" select="$nowTotal"/>
             <xsl:with-param name="most" select="$most"/>
             <xsl:with-param name="now" select="true()"/>
           </xsl:call-template>
-          <rect class="axis" x="0" y="{$most + 0.4}" width="{$n * 10}" height="0.2"/>
-        </svg>
+        </div>
         <p class="hist-legend">
           <span class="hl-key st-pass" aria-hidden="true">&#x25B2;</span>
           <xsl:text> </xsl:text>
@@ -206,7 +269,9 @@
         </p>
         <details class="hist-numbers">
           <summary><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.numbers'"/></xsl:call-template></summary>
+          <div class="scroll">
           <table class="grid">
+            <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.runsOrder'"/></xsl:call-template></caption>
             <thead>
               <tr>
                 <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.run'"/></xsl:call-template></th>
@@ -235,25 +300,34 @@
               </xsl:for-each>
             </tbody>
           </table>
+          </div>
         </details>
       </div>
     </xsl:if>
   </xsl:template>
 
-  <!-- The two bars of the run in slot $i. -->
+  <!-- The column of one run: its bars in percent of the largest run. -->
   <xsl:template name="history-bars">
-    <xsl:param name="i"/>
+    <xsl:param name="run"/>
     <xsl:param name="passed"/>
     <xsl:param name="total"/>
     <xsl:param name="most"/>
     <xsl:param name="now" select="false()"/>
-    <xsl:variable name="extra"><xsl:if test="$now"> now</xsl:if></xsl:variable>
-    <xsl:if test="$passed &gt; 0">
-      <rect class="st-pass{$extra}" x="{$i * 10 + 1.5}" y="{$most - $passed}" width="7" height="{$passed}"/>
-    </xsl:if>
-    <xsl:if test="$total - $passed &gt; 0">
-      <rect class="st-fail{$extra}" x="{$i * 10 + 1.5}" y="{$most + 1}" width="7" height="{$total - $passed}"/>
-    </xsl:if>
+    <span>
+      <xsl:attribute name="class">
+        <xsl:text>hb</xsl:text>
+        <xsl:if test="$now"> now</xsl:if>
+      </xsl:attribute>
+      <span class="hb-up">
+        <span class="hb-n"><xsl:value-of select="$passed"/></span>
+        <span class="hb-bar st-pass" style="height:{round(100 * $passed div $most)}%"></span>
+      </span>
+      <span class="hb-down">
+        <span class="hb-bar st-fail" style="height:{round(100 * ($total - $passed) div $most)}%"></span>
+        <span class="hb-n"><xsl:value-of select="$total - $passed"/></span>
+      </span>
+      <span class="hb-run"><xsl:value-of select="$run"/></span>
+    </span>
   </xsl:template>
 
   <!-- ===== Style ===== -->
@@ -277,15 +351,23 @@
 .hl-still-failing{color:var(--error);background:var(--error-bg);}
 .hl-stable{color:var(--muted);border-color:var(--line);}
 .hist-trend h3{font-size:1.05em;margin:18px 0 6px;}
-svg.hist-chart{display:block;width:100%;min-width:160px;height:120px;background:var(--card);border:1px solid var(--line);border-radius:4px;}
-svg.hist-chart rect{fill:var(--bar);}
-svg.hist-chart rect.now{stroke:var(--fg);stroke-width:1.5px;vector-effect:non-scaling-stroke;}
-svg.hist-chart rect.axis{fill:var(--muted);}
-.hist-note{display:block;font-weight:400;color:var(--muted);font-size:.9em;}
+.hist-chart{display:flex;width:100%;box-sizing:border-box;gap:2px;padding:4px 6px;background:var(--card);border:1px solid var(--line);border-radius:4px;font-size:.78em;font-variant-numeric:tabular-nums;}
+.hb{flex:1 1 0;min-width:0;display:flex;flex-direction:column;align-items:stretch;text-align:center;}
+.hb-up,.hb-down{display:flex;flex-direction:column;height:64px;}
+.hb-up{justify-content:flex-end;border-bottom:1px solid var(--muted);}
+.hb-bar{display:block;margin:0 18%;min-height:0;background:var(--bar);}
+.hb-n{line-height:1.3;}
+.hb-run{color:var(--muted);overflow:hidden;text-overflow:ellipsis;white-space:nowrap;}
+.hb.now .hb-bar{outline:1.5px solid var(--fg);}
+.hb.now .hb-run{color:var(--fg);font-weight:600;}
+#hist-banner{display:flex;flex-wrap:wrap;gap:6px;}
+#hist-banner a.hist-label{text-decoration:none;}
+#hist-banner a.hist-label:hover{text-decoration:underline;}
+.hl-none{color:var(--muted);border-color:var(--line);font-weight:400;}
 .hist-legend{margin:4px 0;color:var(--muted);font-size:.88em;}
 .hl-key{color:var(--bar);}
 .hist-numbers summary{cursor:pointer;color:var(--muted);font-size:.88em;}
-@media print{.hm,.hist-label,svg.hist-chart rect{print-color-adjust:exact;-webkit-print-color-adjust:exact;}}
+@media print{.hm,.hist-label,.hb-bar{print-color-adjust:exact;-webkit-print-color-adjust:exact;}}
 </xsl:text>
   </xsl:template>
 

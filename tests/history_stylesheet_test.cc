@@ -79,13 +79,34 @@ TEST(HistoryStylesheet, EveryLanguageShowsStripsLabelsTrendAndNewFailuresFirst) 
     EXPECT_TRUE(has(html, "<span class=\"hm st-error\" title=\"")) << l;
     EXPECT_TRUE(has(html, "<span class=\"hm st-error now\" title=\"")) << l;
     EXPECT_FALSE(has(html, "hm st-nt")) << l;
-    // Three runs, passed above the line and the others below it.
-    EXPECT_TRUE(has(html, "<svg class=\"hist-chart\" viewBox=\"0 0 30 9\"")) << l;
-    EXPECT_TRUE(has(html, "<rect class=\"st-fail\" x=\"1.5\" y=\"5\" width=\"7\" height=\"3\">"))
+    // Three runs, oldest first, passed above the line and the others below
+    // it, each bar with its count and each run with its number as text.
+    EXPECT_TRUE(has(html,
+                    "<span class=\"hb\"><span class=\"hb-up\"><span class=\"hb-n\">0</span>"
+                    "<span class=\"hb-bar st-pass\" style=\"height:0%\"></span></span>"
+                    "<span class=\"hb-down\"><span class=\"hb-bar st-fail\" "
+                    "style=\"height:75%\"></span><span class=\"hb-n\">3</span></span>"
+                    "<span class=\"hb-run\">#1</span></span>"))
         << l;
-    EXPECT_TRUE(
-        has(html, "<rect class=\"st-pass now\" x=\"21.5\" y=\"3\" width=\"7\" height=\"1\">"))
+    EXPECT_TRUE(has(html,
+                    "<span class=\"hb now\"><span class=\"hb-up\"><span class=\"hb-n\">1</span>"
+                    "<span class=\"hb-bar st-pass\" style=\"height:25%\"></span></span>"))
         << l;
+    // The banner counts what changed, each count a link to the first of its
+    // kind; the first problem is the new failure.
+    EXPECT_TRUE(has(html,
+                    "<a id=\"hist-first-new\" class=\"hist-label hl-new\" "
+                    "href=\"#tc-Broken\">"))
+        << l;
+    EXPECT_TRUE(has(html,
+                    "<a id=\"hist-first-fixed\" class=\"hist-label hl-fixed\" "
+                    "href=\"#tc-Mended\">"))
+        << l;
+    EXPECT_TRUE(has(html,
+                    "<a id=\"hist-first-flaky\" class=\"hist-label hl-flaky\" "
+                    "href=\"#tc-Bounce\">"))
+        << l;
+    EXPECT_TRUE(has(html, "<a id=\"first-problem\" href=\"#tc-Broken\">")) << l;
     // The Problems table lists the new failure Broken first, then the rest
     // in execution order, each with its label.
     const size_t table = html.find("<table class=\"grid problems\">");
@@ -99,13 +120,23 @@ TEST(HistoryStylesheet, EveryLanguageShowsStripsLabelsTrendAndNewFailuresFirst) 
                                       "hl-new\">") +
                               w.labels[0]))
         << l;
-    EXPECT_TRUE(has(html, "<span class=\"hist-note\">")) << l;
+    EXPECT_FALSE(has(html, "<span class=\"hist-note\">")) << l;
   }
   const std::string english = render("ENU", "context_history.xml");
   EXPECT_TRUE(has(english,
                   "<span class=\"vh\">Last runs, oldest first: Run 1: Failed; Run 2: Passed; This "
                   "run: Failed. </span>"));
   EXPECT_TRUE(has(english, "title=\"Run 2 (2025-11-21T09:00:00Z): Passed\""));
+  EXPECT_TRUE(has(english,
+                  "<p id=\"hist-banner\"><span class=\"vh\">Since the run before: </span>"
+                  "<a id=\"hist-first-new\" class=\"hist-label hl-new\" href=\"#tc-Broken\">"
+                  "New failures: 1</a> <a id=\"hist-first-fixed\" class=\"hist-label "
+                  "hl-fixed\" href=\"#tc-Mended\">Fixed: 1</a> <a id=\"hist-first-flaky\" "
+                  "class=\"hist-label hl-flaky\" href=\"#tc-Bounce\">Flaky: 1</a></p>"));
+  EXPECT_TRUE(has(english,
+                  "<caption>Test cases that did not pass: new failures first, then in "
+                  "execution order</caption>"));
+  EXPECT_TRUE(has(english, "<caption>Newest first</caption>"));
   EXPECT_TRUE(has(english,
                   "aria-label=\"Trend of the last runs: Run 1: Passed 0/3; Run 2: Passed 2/4; "
                   "This run: Passed 1/4\""));
@@ -115,7 +146,8 @@ TEST(HistoryStylesheet, WithoutHistoryNothingIsShown) {
   for (const char* language : {"ENU", "JPN"}) {
     const std::string html = render(language, "context.xml");
     EXPECT_FALSE(has(html, "<span class=\"hist")) << language;
-    EXPECT_FALSE(has(html, "hist-chart\" viewBox")) << language;
+    EXPECT_FALSE(has(html, "class=\"hist-chart\"")) << language;
+    EXPECT_FALSE(has(html, "id=\"hist-banner\"")) << language;
     EXPECT_FALSE(has(html, "<span class=\"hm ")) << language;
   }
 }
