@@ -285,8 +285,10 @@
         <xsl:call-template name="badge"><xsl:with-param name="s" select="@status"/></xsl:call-template>
         <xsl:text> </xsl:text>
         <a class="name" href="{@href}"><xsl:value-of select="@name"/></a>
-        <xsl:text> </xsl:text>
-        <span class="mono muted"><xsl:value-of select="@fullname"/></span>
+        <xsl:if test="@fullname != @name">
+          <xsl:text> </xsl:text>
+          <span class="mono muted"><xsl:value-of select="@fullname"/></span>
+        </xsl:if>
       </p>
       <p class="ctx-counts">
         <span>
