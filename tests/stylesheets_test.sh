@@ -413,7 +413,7 @@ done
 for code in $langs; do
   html=$work/index.$code.html
   what="$code/index"
-  if ! xsltproc -o "$html" "$sheets/TestResult2$code.xslt" "$samples/index/index.xml" 2>"$work/err"; then
+  if ! xsltproc -o "$html" "$sheets/TestResult2$code.xslt" "$here/index_samples/index.xml" 2>"$work/err"; then
     bad "$what: xsltproc failed: $(cat "$work/err")"
     continue
   fi
