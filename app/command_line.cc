@@ -81,6 +81,10 @@ bool parseCommandLine(int argc, char** argv) {
         if (value) setRenderer(value);
       } else if (std::strcmp(option, "-history") == 0) {
         if (value) r.historyDirectory = value;
+      } else if (std::strcmp(option, "-index") == 0) {
+        r.index = true;
+        i += 1;  // takes no value
+        continue;
       } else if (std::strcmp(option, "-explain") == 0) {
         r.explain = true;
         i += 1;  // takes no value

@@ -15,6 +15,7 @@
 #include "report/history.h"
 #include "report/history_file.h"
 #include "report/html_renders.h"
+#include "report/index_file.h"
 #include "report/result_document.h"
 #include "report/xml_save.h"
 #include "verify/verdicts.h"
@@ -205,6 +206,11 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
   if (history && result != ExitStatus::kNotWritten) {
     thisRun.time = historyTimeText();
     history->add(std::move(thisRun));
+  }
+  // The index lists the documents this run has just written; a failure to
+  // write it is told and changes nothing else.
+  if (settings.index && settings.outDirectory) {
+    rewriteIndex(settings.outDirectory, settings.htmlRenderer);
   }
   return result;
 }

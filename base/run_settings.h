@@ -39,6 +39,8 @@ struct RunSettings {
   bool explain = false;
   // "-history": where the history files of earlier runs lie; null without.
   const char* historyDirectory = nullptr;
+  // "-index": rewrite the index of the output folder after the reports.
+  bool index = false;
   // "-render".
   HtmlRenderer htmlRenderer = HtmlRenderer::kXsltproc;
 

@@ -281,6 +281,37 @@ for kind in state flow; do
     { echo "bench: the long ${kind}chart was not verified" >&2; failures=$((failures + 1)); }
 done
 
+echo "bench: the index of an output folder (-index)" >&2
+# A context run of 100 test cases into a folder that already holds 500
+# context documents of 40 test cases (about 120 KB each), with -index and
+# without, in turns: the index reads each document once, streaming, and
+# renders one page of 500 entries. Then the same with one context document of
+# about 50 MB beside them: the run's peak memory must not grow with it.
+idx=$work/index
+mkdir -p "$idx/out"
+cp "$work/ctx100/run.info" "$work/ctx100/run.log" "$idx/"
+sh "$(dirname "$0")/../tests/generate_context.sh" 400 40 >"$idx/one.xml"
+for n in $(seq 1 500); do cp "$idx/one.xml" "$idx/out/Ctx$n.xml"; done
+run_index() {  # extra options
+  echo "cd '$idx' && exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx $1"
+}
+for round in 1 2 3; do
+  measure_into "$work/indexed.txt" sh -c "$(run_index -index)"
+  measure_into "$work/unindexed.txt" sh -c "$(run_index '')"
+done
+[ "$(grep -c '<Context ' "$idx/out/index.xml")" -eq 501 ] ||
+  { echo "bench: the index does not list 501 contexts" >&2; failures=$((failures + 1)); }
+seconds_row "run with -index of 500 contexts vs without (s)" "$(median_of "$work/indexed.txt")" \
+  "$(median_of "$work/unindexed.txt")" 1.5
+sh "$(dirname "$0")/../tests/generate_context.sh" 220000 1000 >"$idx/out/Huge.xml"
+for round in 1 2 3; do
+  measure_into "$work/indexhuge.txt" sh -c "$(run_index -index)"
+done
+indexed=$(median_of "$work/indexed.txt")
+indexhuge=$(median_of "$work/indexhuge.txt")
+row "-index peak memory (MB), 50 MB document more vs not" "$(($(kilobytes "$indexhuge") / 1024))" \
+  "$(($(kilobytes "$indexed") / 1024))" "$(ratio "$(kilobytes "$indexhuge")" "$(kilobytes "$indexed")")" 1.2
+
 if [ "$failures" -ne 0 ]; then
   echo "bench: $failures figure(s) missed" >&2
   exit 1

@@ -14,7 +14,7 @@ FUZZ_SECONDS  ?= 60
 LINT_BUILD    ?= $(BUILD)
 MEMCHECK_BUILD ?= $(BUILD)
 FUZZ_TARGETS  := info_file result_file assertion_macro assertion_text verification_file \
-                 sequence_verification chart_search whole_run history
+                 sequence_verification chart_search whole_run history index_scan
 
 .PHONY: fuzz fuzz-build fuzz-smoke lint memcheck
 

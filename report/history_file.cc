@@ -1,8 +1,6 @@
 #include "report/history_file.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -10,61 +8,11 @@
 #include <utility>
 
 #include "base/paths.h"
-#include "report/file_output.h"
+#include "report/shared_file.h"
 
 namespace qendor {
 
 namespace {
-
-// An exclusive advisory lock on a lock file, held while the object lives.
-// The lock file itself stays: removing it would let two processes lock two
-// different files of the same name.
-class FileLock {
- public:
-  explicit FileLock(const std::string& path) {
-    fd_ = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (fd_ < 0) return;
-    while (flock(fd_, LOCK_EX) != 0) {
-      if (errno == EINTR) continue;
-      close(fd_);
-      fd_ = -1;
-      return;
-    }
-  }
-  ~FileLock() {
-    if (fd_ >= 0) close(fd_);  // closing releases the lock
-  }
-  FileLock(const FileLock&) = delete;
-  FileLock& operator=(const FileLock&) = delete;
-
-  bool held() const { return fd_ >= 0; }
-
- private:
-  int fd_ = -1;
-};
-
-// Creates `directory` and the missing folders above it. Failures show later,
-// when the lock file cannot be created.
-void makeDirectories(const std::string& directory) {
-  for (size_t slash = directory.find('/', 1); slash != std::string::npos;
-       slash = directory.find('/', slash + 1)) {
-    mkdir(directory.substr(0, slash).c_str(), 0777);
-  }
-  mkdir(directory.c_str(), 0777);
-}
-
-// The whole content of the open file `fd`; false on a read error (a
-// directory, an I/O error).
-bool readAll(int fd, std::string& text) {
-  char buffer[65536];
-  for (;;) {
-    const ssize_t got = ::read(fd, buffer, sizeof buffer);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return false;
-    if (got == 0) return true;
-    text.append(buffer, static_cast<size_t>(got));
-  }
-}
 
 void warnUnwritable(const std::string& directory) {
   std::fprintf(stderr,
@@ -150,17 +98,7 @@ void HistoryFile::moveAside(const char* why) {
 }
 
 bool HistoryFile::replace(const std::string& text) {
-  // A new file beside the old one, renamed over it once every byte is on
-  // the disk: a reader never sees half a history.
-  FileOutput file(path_, FileOutput::Mode::kReplace);
-  if (!file.open() || !file.write(text) || !file.finish()) return false;
-  // The rename itself reaches the disk with the directory.
-  const int folder = open(directory_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder >= 0) {
-    fsync(folder);
-    close(folder);
-  }
-  return true;
+  return replaceFile(path_, directory_, text);
 }
 
 }  // namespace qendor

@@ -41,6 +41,9 @@
   <!-- Earlier runs, when the document has a History element. -->
   <xsl:include href="TestResultHistory.xslt"/>
 
+  <!-- The index page of an output folder (qendor -index), for index.xml. -->
+  <xsl:include href="TestResultIndex.xslt"/>
+
   <!-- Defaults, overridden by the importing language file. -->
   <xsl:variable name="lang" select="'en'"/>
   <xsl:variable name="fonts"
@@ -263,7 +266,7 @@
   <!-- ===== Page ===== -->
 
   <xsl:template match="/">
-    <xsl:apply-templates select="TestResult"/>
+    <xsl:apply-templates select="TestResult | TestIndex"/>
   </xsl:template>
 
   <xsl:template match="TestResult">

@@ -94,6 +94,21 @@ TEST_F(CommandLine, HistoryDirectoryIsOptional) {
   EXPECT_EQ(run().historyDirectory, nullptr);
 }
 
+TEST_F(CommandLine, IndexTakesNoValue) {
+  EXPECT_TRUE(parse(
+      {"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B"}));
+  EXPECT_FALSE(run().index);
+  // The word after it is the next option, even when it stands last.
+  EXPECT_TRUE(parse({"qendor", "-index", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o",
+                     "-tcase", "A.B"}));
+  EXPECT_TRUE(run().index);
+  EXPECT_STREQ(run().infoFile, "i");
+  resetRun();
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-index"}));
+  EXPECT_TRUE(run().index);
+}
+
 TEST_F(CommandLine, UnknownWordsAreSkippedOneByOne) {
   EXPECT_TRUE(parse({"qendor", "stray", "-infofile", "i", "-Resultfile", "-resultfile", "r",
                      "-outdirectory", "o", "-tcase", "A.B"}));
@@ -136,6 +151,7 @@ TEST_F(CommandLine, ProgramDirectoryIsCutBeforeProgramName) {
   EXPECT_EQ(run().programDirectory, "/home/");
 }
 
+// The optional features (-render, -history, -explain, -index) are not in it.
 TEST(UsageLine, IsExact) {
   EXPECT_STREQ(kUsageLine,
                "qendor -infofile <infofile> -resultfile <resultfile> -outdirectory "

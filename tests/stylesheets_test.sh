@@ -386,5 +386,61 @@ if command -v xmllint >/dev/null 2>&1; then
   is "JUnit/sd: passed" 0 "$(jx $c 'count(//failure | //error)')"
 fi
 
+# The index page of an output folder (qendor -index) in every language: its
+# own words, the status words and labels of the reports, the contexts in the
+# document's order with their links, the four filters and the notes.
+index_words() {
+  case $1 in
+    ENU) printf '%s\n' 'Test contexts' '3 of 4 test contexts did not pass' 'Files not indexed' \
+      'is not well-formed' 'could not be read' 'Failed' 'Project' '4 of 4 test contexts shown' ;;
+    CHS) printf '%s\n' '测试上下文' '4 个测试上下文中 3 个未通过' '未编入索引的文件' '格式不正确' \
+      '无法读取' '失败' '显示 4 个测试上下文中的 4 个' ;;
+    CHT) printf '%s\n' '測試情境' '4 個測試情境中 3 個未通過' '未編入索引的檔案' '格式不正確' \
+      '無法讀取' '失敗' '顯示 4 個測試情境中的 4 個' ;;
+    KOR) printf '%s\n' '테스트 컨텍스트' '테스트 컨텍스트 4개 중 3개 통과하지 못함' '색인되지 않은 파일' \
+      '올바른 형식이 아님' '읽을 수 없음' '실패' '테스트 컨텍스트 4개 중 4개 표시' ;;
+    JPN) printf '%s\n' 'テストコンテキスト' '4 件中 3 件のテストコンテキストが合格せず' '索引に含まれないファイル' \
+      '整形式ではありません' '読み込めません' '不合格' '4 件中 4 件のテストコンテキストを表示' ;;
+  esac
+}
+index_keys() { grep -o "<x:s lang=\"$1\" k=\"[^\"]*\"" "$sheets/TestResultIndex.xslt" | sed 's/lang="[^"]*"//'; }
+index_keys en >"$work/xkeys.en"
+check "English index words found" test -s "$work/xkeys.en"
+for lang in zh-CN zh-TW ko ja; do
+  index_keys "$lang" >"$work/xkeys.$lang"
+  check "index words of $lang match English" cmp -s "$work/xkeys.en" "$work/xkeys.$lang"
+done
+for code in $langs; do
+  html=$work/index.$code.html
+  what="$code/index"
+  if ! xsltproc -o "$html" "$sheets/TestResult2$code.xslt" "$here/index_samples/index.xml" 2>"$work/err"; then
+    bad "$what: xsltproc failed: $(cat "$work/err")"
+    continue
+  fi
+  ok
+  check "$what: xsltproc wrote no warnings" test ! -s "$work/err"
+  check "$what: lang attribute" has "$html" "<html lang=\"$(lang_of "$code")\">"
+  check "$what: doctype" has "$html" '<!DOCTYPE html>'
+  index_words "$code" >"$work/words"
+  while IFS= read -r word; do
+    check "$what: shows '$word'" has "$html" "$word"
+  done <"$work/words"
+  filters=$(grep -o '<input type="checkbox" checked value="[A-Z_]*">' "$html" | wc -l)
+  check "$what: four status filters" test "$filters" -eq 4
+  check "$what: controls hidden until the script runs" has "$html" '<div class="controls" id="controls" hidden="hidden" role="search">'
+  check "$what: skip link" has "$html" '<a class="skip" href="#main">'
+  check "$what: link to a report" has "$html" '<a class="name" href="Pay.html">Pay</a>'
+  check "$what: encoded link, escaped name" has "$html" '<a class="name" href="Ship%20%26%20%3CCo%3E.html">Ship &amp; &lt;Co&gt;</a>'
+  check "$what: contexts in the document's order" test \
+    "$(grep -o 'data-status="[A-Z]*"' "$html" | tr '\n' ' ')" = 'data-status="FAILED" data-status="ERROR" data-status="UNDEFINED" data-status="PASSED" '
+  check "$what: counts grouped" has "$html" '1,234'
+  check "$what: skipped file named" has "$html" '<span class="mono">Broken.xml</span>'
+  if command -v xmllint >/dev/null 2>&1; then
+    xmllint --html --noout "$html" >"$work/lint" 2>&1
+    grep 'parser error' "$work/lint" | grep -v -E ': Tag (header|main|footer) invalid$' >"$work/lint.bad"
+    check "$what: xmllint --html finds no error" test ! -s "$work/lint.bad"
+  fi
+done
+
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]
