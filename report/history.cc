@@ -3,6 +3,7 @@
 #include <libxml/parser.h>
 #include <libxml/xmlmemory.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdlib>
@@ -70,6 +71,38 @@ HistoryCase caseOfElement(const xmlNode* element) {
   return entry;
 }
 
+// A list of numbers as written, separated by blanks; a piece that is no
+// number is passed over.
+std::vector<uint32_t> numbersOfText(const std::string& text) {
+  std::vector<uint32_t> numbers;
+  size_t at = 0;
+  while (at < text.size()) {
+    const size_t end = std::min(text.find(' ', at), text.size());
+    const uint64_t number = numberOfText(text.substr(at, end - at));
+    if (number > 0 && number <= UINT32_MAX) numbers.push_back(static_cast<uint32_t>(number));
+    at = end + 1;
+  }
+  return numbers;
+}
+
+std::string textOfNumbers(const std::vector<uint32_t>& numbers) {
+  std::string text;
+  for (uint32_t number : numbers) {
+    if (!text.empty()) text += ' ';
+    text += std::to_string(number);
+  }
+  return text;
+}
+
+HistoryCoverage coverageOfElement(const xmlNode* element) {
+  HistoryCoverage entry;
+  entry.name = attribute(element, "name");
+  entry.kind = attribute(element, "kind");
+  entry.fingerprint = attribute(element, "fingerprint");
+  entry.covered = numbersOfText(attribute(element, "covered"));
+  return entry;
+}
+
 HistoryRun runOfElement(const xmlNode* element) {
   HistoryRun run;
   run.number = numberOfText(attribute(element, "number"));
@@ -77,6 +110,7 @@ HistoryRun runOfElement(const xmlNode* element) {
   run.status = statusOfText(attribute(element, "status"));
   for (const xmlNode* child = element->children; child; child = child->next) {
     if (isElement(child, "TestCaseRun")) run.cases.push_back(caseOfElement(child));
+    if (isElement(child, "ModelRun")) run.coverage.push_back(coverageOfElement(child));
   }
   return run;
 }
@@ -158,6 +192,14 @@ std::string historyText(const History& history, const HistoryOwner& owner) {
   setAttribute(root.get(), "fullname", owner.fullName);
   for (const HistoryRun& run : history.runs) {
     addRunElement(root.get(), run, [](const HistoryCase&) { return true; });
+    // What a run with "-coverage" reached of each model; only the file keeps it.
+    for (const HistoryCoverage& model : run.coverage) {
+      xmlNode* element = addElement(root->last, "ModelRun");
+      setAttribute(element, "name", model.name);
+      setAttribute(element, "kind", model.kind);
+      setAttribute(element, "fingerprint", model.fingerprint);
+      setAttribute(element, "covered", textOfNumbers(model.covered));
+    }
   }
   XmlDocPtr doc(xmlNewDoc(xmlText("1.0")));
   if (!doc) return std::string();

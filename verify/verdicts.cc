@@ -12,7 +12,7 @@ const TestCaseVerdict& RunVerdicts::of(int32_t number) {
       settings_.outDirectory, name != settings_.testCaseNames.end() ? name->second : ""));
   const auto log = logs_.find(number);
   const TestCaseLog* records = log != logs_.end() ? &log->second : nullptr;
-  return verdicts_.emplace(number, judgeTestCase(records, model, settings_.explain)).first->second;
+  return verdicts_.emplace(number, judgeTestCase(records, model, settings_.explain, settings_.coverage)).first->second;
 }
 
 const TestCaseVerdict* RunVerdicts::find(int32_t number) const {
