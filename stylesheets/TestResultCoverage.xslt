@@ -214,7 +214,7 @@
   </xsl:template>
 
   <xsl:template match="ModelCoverage" mode="coverage">
-    <xsl:variable name="id" select="concat('cov-', count(preceding-sibling::ModelCoverage) + 1)"/>
+    <xsl:variable name="id" select="concat('cov-', position())"/>
     <div class="cov-model" role="region" aria-labelledby="{$id}">
       <h3 id="{$id}">
         <xsl:call-template name="cw"><xsl:with-param name="k" select="@kind"/></xsl:call-template>
