@@ -250,7 +250,12 @@
       <h4><xsl:call-template name="cw"><xsl:with-param name="k" select="'model'"/></xsl:call-template></h4>
       <xsl:choose>
         <xsl:when test="@kind = 'sequence'">
-          <div class="cov-box">
+          <div class="cov-box" tabindex="0" role="region">
+            <xsl:attribute name="aria-label">
+              <xsl:call-template name="cw"><xsl:with-param name="k" select="'model'"/></xsl:call-template>
+              <xsl:text> </xsl:text>
+              <xsl:value-of select="@name"/>
+            </xsl:attribute>
             <div class="cov-outline">
               <xsl:apply-templates select="Step | Steps | Fragment" mode="cov"/>
             </div>
@@ -479,7 +484,7 @@
   <!-- Its states and transitions in file order, each with its count. Kept
        to itself: a drawing of the chart may take its place. -->
   <xsl:template name="coverage-chart">
-    <div class="cov-box" tabindex="0">
+    <div class="cov-box scroll" tabindex="0" role="region">
       <xsl:attribute name="aria-label">
         <xsl:call-template name="cw"><xsl:with-param name="k" select="'chartCaption'"/></xsl:call-template>
         <xsl:text> </xsl:text>
