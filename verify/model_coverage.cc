@@ -191,6 +191,23 @@ size_t ModelCoverages::indexOf(const ModelPassage& passage, size_t hash) const {
   return std::string::npos;
 }
 
+TestModel ModelRegistry::intern(TestModel model) {
+  if (!model.sequenceLines && !model.chart) return model;
+  const uint64_t hash = hashOf(model.kind, model.sequenceLines.get(), model.chart.get());
+  const auto [first, last] = models_.equal_range(hash);
+  for (auto it = first; it != last; ++it) {
+    const TestModel& known = it->second;
+    if (known.kind != model.kind) continue;
+    if (static_cast<bool>(known.sequenceLines) != static_cast<bool>(model.sequenceLines)) continue;
+    if (static_cast<bool>(known.chart) != static_cast<bool>(model.chart)) continue;
+    if (known.sequenceLines && *known.sequenceLines != *model.sequenceLines) continue;
+    if (known.chart && !sameChart(*known.chart, *model.chart)) continue;
+    return known;
+  }
+  models_.emplace(hash, model);
+  return model;
+}
+
 std::string modelFingerprint(const CoveredModel& model) {
   const uint64_t hash = hashOf(model.kind, model.sequenceLines.get(), model.chart.get());
   char text[17] = {};

@@ -84,6 +84,21 @@ class ModelCoverages {
   std::unordered_multimap<size_t, size_t> byHash_;  // hash of the model -> index
 };
 
+// One copy of each distinct model a run judges against: test cases whose
+// verification files hold the same lines or records are judged against
+// the same object, and the run keeps one copy per model rather than one per
+// test case while their passages refer to it.
+class ModelRegistry {
+ public:
+  // The registered model equal to `model` (same kind and content), else
+  // `model`, registered now. Models without lines or chart come back as
+  // they are.
+  TestModel intern(TestModel model);
+
+ private:
+  std::unordered_multimap<uint64_t, TestModel> models_;
+};
+
 // A fingerprint of a model's content that stays the same from one build to
 // the next (FNV-1a over the lines or records), as 16 hexadecimal digits.
 std::string modelFingerprint(const CoveredModel& model);
