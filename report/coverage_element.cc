@@ -106,10 +106,11 @@ void writeOverRuns(xmlNode* parent, const CoveredModel& model, const History& ea
   }
 }
 
-void writeStep(xmlNode* parent, const SequenceLines& lines, size_t line) {
+xmlNode* writeStep(xmlNode* parent, const SequenceLines& lines, size_t line) {
   xmlNode* step = addElement(parent, "Step");
   setAttribute(step, "line", lineText(line));
   setAttribute(step, "value", lines[line]);
+  return step;
 }
 
 // Steps from..to (indexes into the outline) as one "Steps" element.
@@ -215,8 +216,8 @@ void writeSequenceOutline(xmlNode* parent, const CoveredModel& model) {
           setAttribute(steps, "count", numberText(count));
           i = last;
         } else {
-          writeStep(open.back().element, lines, item.line);
-          setAttribute(open.back().element->last, "count", numberText(count));
+          xmlNode* step = writeStep(open.back().element, lines, item.line);
+          setAttribute(step, "count", numberText(count));
         }
         break;
       }

@@ -71,25 +71,45 @@ HistoryCase caseOfElement(const xmlNode* element) {
   return entry;
 }
 
-// A list of numbers as written, separated by blanks; a piece that is no
-// number is passed over.
+// The numbers of a "covered" list: separated by blanks, each a number or a
+// range "first-last" of consecutive ones. A piece that is neither is passed
+// over, and a list never grows past kMostCovered numbers, whatever a file
+// says.
+constexpr size_t kMostCovered = size_t{1} << 24;
+
 std::vector<uint32_t> numbersOfText(const std::string& text) {
   std::vector<uint32_t> numbers;
   size_t at = 0;
-  while (at < text.size()) {
+  while (at < text.size() && numbers.size() < kMostCovered) {
     const size_t end = std::min(text.find(' ', at), text.size());
-    const uint64_t number = numberOfText(text.substr(at, end - at));
-    if (number > 0 && number <= UINT32_MAX) numbers.push_back(static_cast<uint32_t>(number));
+    const std::string piece = text.substr(at, end - at);
     at = end + 1;
+    const size_t dash = piece.find('-');
+    const uint64_t first = numberOfText(piece.substr(0, dash));
+    const uint64_t last = dash == std::string::npos ? first : numberOfText(piece.substr(dash + 1));
+    if (first == 0 || last < first || last > UINT32_MAX) continue;
+    for (uint64_t n = first; n <= last && numbers.size() < kMostCovered; ++n) {
+      numbers.push_back(static_cast<uint32_t>(n));
+    }
   }
   return numbers;
 }
 
+// Ascending numbers, runs of three or more consecutive ones as a range:
+// a chart reached whole is one range.
 std::string textOfNumbers(const std::vector<uint32_t>& numbers) {
   std::string text;
-  for (uint32_t number : numbers) {
+  for (size_t i = 0; i < numbers.size();) {
+    size_t j = i;
+    while (j + 1 < numbers.size() && numbers[j + 1] == numbers[j] + 1) ++j;
     if (!text.empty()) text += ' ';
-    text += std::to_string(number);
+    text += std::to_string(numbers[i]);
+    if (j >= i + 2) {
+      text += '-' + std::to_string(numbers[j]);
+      i = j + 1;
+    } else {
+      ++i;
+    }
   }
   return text;
 }

@@ -51,7 +51,8 @@ struct HistoryCase {
 // ("sequence" or "chart") and content fingerprint, and the elements at least
 // one test case reached: for a diagram the line numbers of its steps and
 // operands (operands by the line of their begin marker), for a chart the
-// numbers of its records in file order (both from 1), ascending.
+// numbers of its records in file order (both from 1), ascending. The file
+// writes consecutive ones as ranges.
 struct HistoryCoverage {
   std::string name;
   std::string kind;

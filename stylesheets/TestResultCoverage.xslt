@@ -228,14 +228,26 @@
         </span>
       </h3>
       <xsl:call-template name="coverage-totals"/>
-      <p class="cov-members">
-        <xsl:call-template name="cw"><xsl:with-param name="k" select="'members'"/></xsl:call-template>
-        <xsl:for-each select="Member">
-          <xsl:if test="position() &gt; 1"><xsl:call-template name="cw"><xsl:with-param name="k" select="'sep'"/></xsl:call-template></xsl:if>
-          <xsl:if test="position() = 1"><xsl:text> </xsl:text></xsl:if>
-          <span title="{@fullname}"><xsl:value-of select="@name"/></span>
-        </xsl:for-each>
-      </p>
+      <xsl:choose>
+        <!-- Many test cases fold away behind their number. -->
+        <xsl:when test="count(Member) &gt; 12">
+          <details class="cov-members">
+            <summary>
+              <xsl:call-template name="cw"><xsl:with-param name="k" select="'members'"/></xsl:call-template>
+              <xsl:text> </xsl:text>
+              <xsl:call-template name="int"><xsl:with-param name="n" select="count(Member)"/></xsl:call-template>
+            </summary>
+            <xsl:call-template name="coverage-members"/>
+          </details>
+        </xsl:when>
+        <xsl:otherwise>
+          <p class="cov-members">
+            <xsl:call-template name="cw"><xsl:with-param name="k" select="'members'"/></xsl:call-template>
+            <xsl:text> </xsl:text>
+            <xsl:call-template name="coverage-members"/>
+          </p>
+        </xsl:otherwise>
+      </xsl:choose>
       <h4><xsl:call-template name="cw"><xsl:with-param name="k" select="'unreached'"/></xsl:call-template></h4>
       <xsl:choose>
         <xsl:when test="Unreached">
@@ -266,6 +278,13 @@
         </xsl:otherwise>
       </xsl:choose>
     </div>
+  </xsl:template>
+
+  <xsl:template name="coverage-members">
+    <xsl:for-each select="Member">
+      <xsl:if test="position() &gt; 1"><xsl:call-template name="cw"><xsl:with-param name="k" select="'sep'"/></xsl:call-template></xsl:if>
+      <span title="{@fullname}"><xsl:value-of select="@name"/></span>
+    </xsl:for-each>
   </xsl:template>
 
   <!-- "This run: steps 4 / 5, operands 1 / 2" and, with a history, the same

@@ -187,20 +187,29 @@ TEST(CoverageElement, HistoryFileKeepsModelRunsAndReadsOldFiles) {
   run.number = 1;
   run.time = "2025-01-01T00:00:00Z";
   run.status = Status::kPassed;
-  run.coverage.push_back(HistoryCoverage{"Sd1", "chart", "00000000000000ab", {1, 2, 5}});
+  run.coverage.push_back(
+      HistoryCoverage{"Sd1", "chart", "00000000000000ab", {1, 2, 3, 4, 7, 9, 10}});
   history.runs.push_back(run);
   const std::string text = historyText(history, owner);
   EXPECT_NE(text.find("<Run number=\"1\" time=\"2025-01-01T00:00:00Z\" status=\"PASSED\">\n"
                       "    <ModelRun name=\"Sd1\" kind=\"chart\" fingerprint=\"00000000000000ab\" "
-                      "covered=\"1 2 5\"/>\n  </Run>"),
+                      "covered=\"1-4 7 9 10\"/>\n  </Run>"),
             std::string::npos)
       << text;
   History read;
   ASSERT_EQ(parseHistory(text, owner, read), HistoryParse::kRead);
   ASSERT_EQ(read.runs.size(), 1u);
   ASSERT_EQ(read.runs[0].coverage.size(), 1u);
-  EXPECT_EQ(read.runs[0].coverage[0].covered, (std::vector<uint32_t>{1, 2, 5}));
+  EXPECT_EQ(read.runs[0].coverage[0].covered, (std::vector<uint32_t>{1, 2, 3, 4, 7, 9, 10}));
   EXPECT_EQ(read.runs[0].coverage[0].fingerprint, "00000000000000ab");
+
+  // Pieces that are no number or range are passed over.
+  const std::string odd =
+      "<History kind=\"rk_testcontext\" fullname=\"Pkg.Ctx\"><Run number=\"1\" time=\"t\" "
+      "status=\"PASSED\"><ModelRun name=\"a\" kind=\"chart\" fingerprint=\"f\" "
+      "covered=\"0 x 3-2 5-6 -1 8-  12\"/></Run></History>";
+  ASSERT_EQ(parseHistory(odd, owner, read), HistoryParse::kRead);
+  EXPECT_EQ(read.runs[0].coverage[0].covered, (std::vector<uint32_t>{5, 6, 12}));
 
   // A run without coverage is written as before, and a file without any
   // reads with none.
