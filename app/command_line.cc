@@ -89,6 +89,10 @@ bool parseCommandLine(int argc, char** argv) {
         r.explain = true;
         i += 1;  // takes no value
         continue;
+      } else if (std::strcmp(option, "-coverage") == 0) {
+        r.coverage = true;
+        i += 1;  // takes no value
+        continue;
       } else {
         known = false;
       }

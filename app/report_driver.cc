@@ -11,6 +11,7 @@
 
 #include "base/paths.h"
 #include "report/case_result.h"
+#include "report/coverage_element.h"
 #include "report/file_output.h"
 #include "report/history.h"
 #include "report/history_file.h"
@@ -39,6 +40,9 @@ struct ReportRun {
   RunVerdicts verdicts;
   HtmlRenders renders;
   const History* earlier = nullptr;  // with "-history": the runs before this one
+  // With "-coverage": what the run's own document reached of each model,
+  // for the history.
+  std::vector<HistoryCoverage> coverage = {};
 };
 
 // Opens the file for writing (creating or emptying it) and closes it again.
@@ -94,11 +98,27 @@ std::unique_ptr<HistoryFile> readHistory(const RunSettings& settings, const char
   return file;
 }
 
+// With "-coverage", the model coverage of the test cases `numbers` (judged
+// already) after the document's result; the run's own document keeps it for
+// the history and shows it beside the earlier runs'.
+void addModelCoverage(ReportRun& run, ResultDocument& built, const std::vector<int32_t>& numbers,
+                      bool own) {
+  if (!run.settings.coverage) return;
+  ModelCoverages coverages;
+  for (int32_t number : numbers) {
+    if (const TestCaseVerdict* verdict = run.verdicts.find(number)) coverages.add(number, *verdict);
+  }
+  appendModelCoverage(built.document.root.get(), run.settings, coverages,
+                      own ? run.earlier : nullptr);
+  if (own) run.coverage = historyCoverage(run.settings, coverages);
+}
+
 // The document of one report, with the history when the run keeps one.
-ResultDocument buildReport(ReportRun& run, ReportKind kind, int32_t number) {
+ResultDocument buildReport(ReportRun& run, ReportKind kind, int32_t number, bool own) {
   const RunSettings& settings = run.settings;
   if (kind == ReportKind::kTestContext) {
     ResultDocument built = buildTestContextDocument(settings, run.verdicts);
+    addModelCoverage(run, built, contextMembers(settings, settings.testContextName), own);
     if (run.earlier) {
       appendHistoryElement(
           built.document.root.get(), *run.earlier,
@@ -108,6 +128,7 @@ ResultDocument buildReport(ReportRun& run, ReportKind kind, int32_t number) {
   }
   const TestCaseVerdict& verdict = run.verdicts.of(number);
   ResultDocument built = buildTestCaseDocument(settings, number, verdict);
+  addModelCoverage(run, built, {number}, own);
   if (run.earlier) {
     appendHistoryElement(built.document.root.get(), *run.earlier,
                          {historyCase(tableEntry(settings.testCaseNames, number), verdict)});
@@ -118,8 +139,8 @@ ResultDocument buildReport(ReportRun& run, ReportKind kind, int32_t number) {
 // Writes the XML report named after `fullName` and has it rendered into
 // HTML. Returns the exit status of the document, or kNotWritten when the
 // XML file could not be written.
-ExitStatus writeReport(ReportRun& run, const std::string& fullName, ReportKind kind,
-                       int32_t number) {
+ExitStatus writeReport(ReportRun& run, const std::string& fullName, ReportKind kind, int32_t number,
+                       bool own) {
   const RunSettings& settings = run.settings;
   HtmlRenders& renders = run.renders;
   const std::string xmlPath = reportPath(settings, fullName, ".xml");
@@ -140,7 +161,7 @@ ExitStatus writeReport(ReportRun& run, const std::string& fullName, ReportKind k
   bool saved = false;
   int error = 0;
   try {
-    ResultDocument built = buildReport(run, kind, number);
+    ResultDocument built = buildReport(run, kind, number, own);
     status = built.exitStatus;
     saved = saveXmlDocument(built.document.root.get(), xmlPath, &error, &built.document.spool);
   } catch (...) {
@@ -173,7 +194,7 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
       found = true;
       history = readHistory(settings, "rk_testcase", name, earlier);
       run.earlier = history ? &earlier : nullptr;
-      result = writeReport(run, name, reportKindOf(number), number);
+      result = writeReport(run, name, reportKindOf(number), number, true);
       ownHtml = reportPath(settings, name, ".html");
       thisRun.cases = historyCases(settings, {number}, run.verdicts);
       if (!thisRun.cases.empty()) thisRun.status = thisRun.cases.front().status;
@@ -187,9 +208,10 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
     run.earlier = history ? &earlier : nullptr;
     const std::vector<int32_t> members = contextMembers(settings, settings.testContextName);
     for (int32_t number : members) {
-      writeReport(run, tableEntry(settings.testCaseNames, number), reportKindOf(number), number);
+      writeReport(run, tableEntry(settings.testCaseNames, number), reportKindOf(number), number,
+                  false);
     }
-    result = writeReport(run, settings.testContextName, ReportKind::kTestContext, -1);
+    result = writeReport(run, settings.testContextName, ReportKind::kTestContext, -1, true);
     ownHtml = reportPath(settings, settings.testContextName, ".html");
     thisRun.cases = historyCases(settings, members, run.verdicts);
     for (const HistoryCase& entry : thisRun.cases) {
@@ -205,6 +227,7 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
   // The run joins the history once its documents are written.
   if (history && result != ExitStatus::kNotWritten) {
     thisRun.time = historyTimeText();
+    thisRun.coverage = std::move(run.coverage);
     history->add(std::move(thisRun));
   }
   // The index lists the documents this run has just written; a failure to

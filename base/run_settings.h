@@ -44,6 +44,10 @@ struct RunSettings {
   // "-render".
   HtmlRenderer htmlRenderer = HtmlRenderer::kXsltproc;
 
+  // "-coverage": the documents say how much of each model the test cases
+  // went through.
+  bool coverage = false;
+
   // From the info file.
   std::string ostraVersionNumber;
   std::string ostraBuildNumber;

@@ -25,8 +25,9 @@ for tool in "$qendor" "$generate" "$getline" "$measure"; do
 done
 command -v xsltproc >/dev/null || { echo "bench: xsltproc is missing" >&2; exit 1; }
 
-# Two logs of about 100 bytes per record, a tenth of one, and small cases.
-need_kb=$((records / 1000 * 230 + 360000))
+# Two logs of about 100 bytes per record, a tenth of one, and small cases;
+# the coverage context's 240 MB too.
+need_kb=$((records / 1000 * 230 + 600000))
 free_kb=$(df -Pk /tmp | awk 'NR == 2 { print $4 }')
 if [ "$free_kb" -lt "$need_kb" ]; then
   echo "bench: /tmp has ${free_kb} KB free, ${need_kb} KB are needed" >&2
@@ -221,6 +222,22 @@ builtin4k=$(median_of "$work/builtin4k.txt")
 child4k=$(median_of "$work/child4k.txt")
 row "context 4000x24 peak memory (MB), builtin vs child" "$(($(kilobytes "$builtin4k") / 1024))" \
   "$(($(kilobytes "$child4k") / 1024))" "$(ratio "$(kilobytes "$builtin4k")" "$(kilobytes "$child4k")")" 1
+
+echo "bench: the model coverage of a context of 4000 test cases" >&2
+# The same context as above, its records carrying their progress where the
+# sequence step reads it, so that every test case walks its diagram; the
+# run's own work with -coverage against without, in turns.
+"$generate" "$work/cov4k" --cases 4000 --records 24 --files 10 --used-files 10 --steps 22 \
+  --progress yes
+for round in 1 2 3; do
+  measure_into "$work/plain4k.txt" sh -c "cd '$work/cov4k' && PATH='$nopath' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx 2>/dev/null"
+  measure_into "$work/cov4k.txt" sh -c "cd '$work/cov4k' && PATH='$nopath' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx -coverage 2>/dev/null"
+done
+grep -q '<Totals steps="22" stepsCovered="22"' "$work/cov4k/out/Ctx.xml" ||
+  { echo "bench: the context's model coverage is missing" >&2; failures=$((failures + 1)); }
+seconds_row "context 4000x24 with -coverage (s) vs without" "$(median_of "$work/cov4k.txt")" \
+  "$(median_of "$work/plain4k.txt")" 1.3
+rm -rf "$work/cov4k"
 
 echo "bench: a context against its test cases one by one" >&2
 # A context run judges each test case once and writes its document and the

@@ -15,6 +15,10 @@
 //     --chart KIND       "state" or "flow": a statechart or flowchart test of
 //                        the full form instead of a sequence diagram
 //     --info NAME        write only the info file, under NAME
+//     --progress yes     full-form diagram records carry their progress in
+//                        the detail text too, where the sequence step reads
+//                        it: the diagram is walked (else only the statement
+//                        holds it, and the walk never starts)
 //
 // Each diagram is one loop whose operand holds the P messages; the records
 // run through it as often as they last, so every test case passes when its
@@ -42,13 +46,14 @@ struct Options {
   long pad = 0;
   std::string chart;  // empty for sequence diagrams
   std::string infoOnly;
+  bool progress = false;
 };
 
 [[noreturn]] void usage() {
   std::fprintf(stderr,
                "usage: qendor_bench_generate DIR [--cases N] [--records M] "
                "[--first-records K] [--form full|short] [--files F] [--used-files U] "
-               "[--steps P] [--pad L] [--chart state|flow] [--info NAME]\n");
+               "[--steps P] [--pad L] [--chart state|flow] [--info NAME] [--progress yes]\n");
   std::exit(2);
 }
 
@@ -205,6 +210,11 @@ void writeLog(const Options& o) {
       } else if (!o.chart.empty()) {
         std::fprintf(log, "FULLASSERTION=src\\f%ld.c,%ld,%d,detail %ld-----%s\n", file, p + 2,
                      result, j, stepAssertion(p).c_str());
+      } else if (o.progress) {
+        std::fprintf(log,
+                     "FULLASSERTION=src\\f%ld.c,%ld,%d,detail %ld - progress %ld/%ld-----"
+                     "ZKR_ASSERT_SD(\"D\", \"m%ld\", \"step - progress %ld/%ld\");\n",
+                     file, p + 2, result, j, p, o.steps, p, p, o.steps);
       } else {
         std::fprintf(log,
                      "FULLASSERTION=src\\f%ld.c,%ld,%d,detail %ld-----ZKR_ASSERT_SD(\"D\", "
@@ -268,6 +278,8 @@ int main(int argc, char** argv) {
       if (o.chart != "state" && o.chart != "flow") usage();
     } else if (key == "--info") {
       o.infoOnly = value;
+    } else if (key == "--progress") {
+      o.progress = std::strcmp(value, "yes") == 0;
     } else {
       usage();
     }

@@ -51,9 +51,9 @@ meaning() {
 
 problems=0
 
-# run_example TITLE SOURCE_DIR INFO RESULT OUT_DIR CONTEXT REPORT EXPECTED_STATUS
+# run_example TITLE SOURCE_DIR INFO RESULT OUT_DIR CONTEXT REPORT EXPECTED_STATUS [OPTION]
 run_example() {
-  title=$1 src=$2 info=$3 result=$4 out=$5 context=$6 report=$7 expected=$8
+  title=$1 src=$2 info=$3 result=$4 out=$5 context=$6 report=$7 expected=$8 option=${9:-}
   echo "== $title: test context $context"
   rm -rf "$out"
   mkdir -p "$out" || { echo "cannot create $out"; problems=$((problems + 1)); return; }
@@ -65,8 +65,10 @@ run_example() {
   # relative to it.
   # -explain draws, in the report, where each failed model-based test case
   # left its diagram or chart.
+  # An OPTION such as -coverage (how much of each model the test cases went
+  # through) is added to the run.
   (cd "$src" && "$qendor" -infofile "$info" -resultfile "$result" -outdirectory "$out" \
-    -tcontext "$context" -explain -history "$history")
+    -tcontext "$context" -explain -history "$history" $option)
   status=$?
   echo
   echo "exit status $status: $(meaning "$status")"
@@ -100,7 +102,7 @@ run_example() {
 }
 
 run_example "full record form" "$examples" shop.info results.log "$build/demo" \
-  Shop.Checkout Checkout 10
+  Shop.Checkout Checkout 10 -coverage
 run_example "short record form" "$examples/short" short.info results.log "$build/demo-short" \
   Shop.Cart Cart 0
 run_example "a diagram and a chart the run left" "$examples/explain" explain.info results.log \
@@ -111,6 +113,6 @@ if [ "$problems" -ne 0 ]; then
   exit 1
 fi
 if [ -f "$build/demo/Checkout.html" ]; then
-  echo "Open $build/demo/Checkout.html in a browser to read the report,"
+  echo "Open $build/demo/Checkout.html in a browser to read the report and its model coverage,"
   echo "and $build/demo-explain/Returns.html to see where failed runs left their models."
 fi

@@ -3,6 +3,7 @@
 #include <libxml/parser.h>
 #include <libxml/xmlmemory.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdlib>
@@ -70,6 +71,58 @@ HistoryCase caseOfElement(const xmlNode* element) {
   return entry;
 }
 
+// The numbers of a "covered" list: separated by blanks, each a number or a
+// range "first-last" of consecutive ones. A piece that is neither is passed
+// over, and a list never grows past kMostCovered numbers, whatever a file
+// says.
+constexpr size_t kMostCovered = size_t{1} << 24;
+
+std::vector<uint32_t> numbersOfText(const std::string& text) {
+  std::vector<uint32_t> numbers;
+  size_t at = 0;
+  while (at < text.size() && numbers.size() < kMostCovered) {
+    const size_t end = std::min(text.find(' ', at), text.size());
+    const std::string piece = text.substr(at, end - at);
+    at = end + 1;
+    const size_t dash = piece.find('-');
+    const uint64_t first = numberOfText(piece.substr(0, dash));
+    const uint64_t last = dash == std::string::npos ? first : numberOfText(piece.substr(dash + 1));
+    if (first == 0 || last < first || last > UINT32_MAX) continue;
+    for (uint64_t n = first; n <= last && numbers.size() < kMostCovered; ++n) {
+      numbers.push_back(static_cast<uint32_t>(n));
+    }
+  }
+  return numbers;
+}
+
+// Ascending numbers, runs of three or more consecutive ones as a range:
+// a chart reached whole is one range.
+std::string textOfNumbers(const std::vector<uint32_t>& numbers) {
+  std::string text;
+  for (size_t i = 0; i < numbers.size();) {
+    size_t j = i;
+    while (j + 1 < numbers.size() && numbers[j + 1] == numbers[j] + 1) ++j;
+    if (!text.empty()) text += ' ';
+    text += std::to_string(numbers[i]);
+    if (j >= i + 2) {
+      text += '-' + std::to_string(numbers[j]);
+      i = j + 1;
+    } else {
+      ++i;
+    }
+  }
+  return text;
+}
+
+HistoryCoverage coverageOfElement(const xmlNode* element) {
+  HistoryCoverage entry;
+  entry.name = attribute(element, "name");
+  entry.kind = attribute(element, "kind");
+  entry.fingerprint = attribute(element, "fingerprint");
+  entry.covered = numbersOfText(attribute(element, "covered"));
+  return entry;
+}
+
 HistoryRun runOfElement(const xmlNode* element) {
   HistoryRun run;
   run.number = numberOfText(attribute(element, "number"));
@@ -77,6 +130,7 @@ HistoryRun runOfElement(const xmlNode* element) {
   run.status = statusOfText(attribute(element, "status"));
   for (const xmlNode* child = element->children; child; child = child->next) {
     if (isElement(child, "TestCaseRun")) run.cases.push_back(caseOfElement(child));
+    if (isElement(child, "ModelRun")) run.coverage.push_back(coverageOfElement(child));
   }
   return run;
 }
@@ -158,6 +212,14 @@ std::string historyText(const History& history, const HistoryOwner& owner) {
   setAttribute(root.get(), "fullname", owner.fullName);
   for (const HistoryRun& run : history.runs) {
     addRunElement(root.get(), run, [](const HistoryCase&) { return true; });
+    // What a run with "-coverage" reached of each model; only the file keeps it.
+    for (const HistoryCoverage& model : run.coverage) {
+      xmlNode* element = addElement(root->last, "ModelRun");
+      setAttribute(element, "name", model.name);
+      setAttribute(element, "kind", model.kind);
+      setAttribute(element, "fingerprint", model.fingerprint);
+      setAttribute(element, "covered", textOfNumbers(model.covered));
+    }
   }
   XmlDocPtr doc(xmlNewDoc(xmlText("1.0")));
   if (!doc) return std::string();

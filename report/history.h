@@ -47,11 +47,27 @@ struct HistoryCase {
   std::string verificationResult;
 };
 
+// What a run with "-coverage" reached of one model: the model's name, kind
+// ("sequence" or "chart") and content fingerprint, and the elements at least
+// one test case reached: for a diagram the line numbers of its steps and
+// operands (operands by the line of their begin marker), for a chart the
+// numbers of its records in file order (both from 1), ascending. The file
+// writes consecutive ones as ranges.
+struct HistoryCoverage {
+  std::string name;
+  std::string kind;
+  std::string fingerprint;
+  std::vector<uint32_t> covered;
+};
+
 struct HistoryRun {
   uint64_t number = 0;                 // one above the run before it; the first run is 1
   std::string time;                    // ISO 8601, UTC
   Status status = Status::kUndefined;  // the document's own status
   std::vector<HistoryCase> cases;
+  // Kept in the history file only (a "ModelRun" per model); empty without
+  // "-coverage".
+  std::vector<HistoryCoverage> coverage;
 };
 
 // The runs of one history file, newest first.

@@ -73,6 +73,8 @@
        Looked up with the strings document as the context, see "t". -->
   <!-- The diagnosis of a run with -explain, drawn on the model. -->
   <xsl:include href="TestResultDiagnosis.xslt"/>
+  <!-- The model coverage of a run with -coverage. -->
+  <xsl:include href="TestResultCoverage.xslt"/>
 
   <xsl:key name="label" match="l:s" use="@k"/>
   <xsl:key name="word" match="l:s[@src]" use="concat(@k, '&#9;', @src)"/>
@@ -326,6 +328,7 @@
                 <xsl:call-template name="problems">
                   <xsl:with-param name="cases" select="$cases"/>
                 </xsl:call-template>
+                <xsl:call-template name="coverage-section"/>
                 <h2 id="cases" tabindex="-1">
                   <xsl:call-template name="t"><xsl:with-param name="k" select="'sec.cases'"/></xsl:call-template>
                 </h2>
@@ -346,6 +349,7 @@
                 <xsl:apply-templates select="$cases">
                   <xsl:with-param name="open" select="true()"/>
                 </xsl:apply-templates>
+                <xsl:call-template name="coverage-section"/>
               </xsl:otherwise>
             </xsl:choose>
           </main>

@@ -109,6 +109,22 @@ TEST_F(CommandLine, IndexTakesNoValue) {
   EXPECT_TRUE(run().index);
 }
 
+TEST_F(CommandLine, CoverageIsOffUnlessAskedAndTakesNoValue) {
+  EXPECT_TRUE(parse(
+      {"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B"}));
+  EXPECT_FALSE(run().coverage);
+  // The word after it is the next option, not its value.
+  resetRun();
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-coverage", "-resultfile", "r", "-outdirectory",
+                     "o", "-tcase", "A.B"}));
+  EXPECT_TRUE(run().coverage);
+  EXPECT_STREQ(run().resultFile, "r");
+  resetRun();
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-coverage"}));
+  EXPECT_TRUE(run().coverage);
+}
+
 TEST_F(CommandLine, UnknownWordsAreSkippedOneByOne) {
   EXPECT_TRUE(parse({"qendor", "stray", "-infofile", "i", "-Resultfile", "-resultfile", "r",
                      "-outdirectory", "o", "-tcase", "A.B"}));

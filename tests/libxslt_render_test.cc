@@ -40,7 +40,7 @@ std::string byXsltproc(const test::TempDir& dir, const std::string& sheet, const
 
 TEST(CompiledStylesheetTest, WritesWhatXsltprocWritesInEveryLanguage) {
   test::TempDir dir;
-  ASSERT_EQ(samples().size(), 6u);
+  ASSERT_EQ(samples().size(), 7u);
   for (const char* language : kLanguages) {
     const CompiledStylesheet sheet(stylesheet(language));
     EXPECT_EQ(sheet.warnings(), "");

@@ -68,6 +68,13 @@ for form in full short; do
     run_case "$dir" "out-$language" -infofile "$info" -resultfile results.log \
       -tcontext "$context" -language "$language"
   done
+  # The model coverage, twice with a history so that it adds up over runs.
+  mkdir "$dir/out-coverage"
+  cp "$dir"/verification/*.ver "$dir/out-coverage/"
+  for round in 1 2; do
+    run_case "$dir" out-coverage -infofile "$info" -resultfile results.log \
+      -tcontext "$context" -coverage -history history-coverage
+  done
 done
 
 # Every scenario: each of its contexts, an empty context, no result file.
@@ -97,7 +104,8 @@ count=$(echo "$documents" | grep -c .)
 if [ "$count" -lt 39 ]; then
   fail "only $count result documents were written"
 fi
-for document in $documents "$src"/tests/scenarios/*/expected/*.xml; do
+histories=$(find "$work" -name '*.history.xml' | sort)
+for document in $documents $histories "$src"/tests/scenarios/*/expected/*.xml; do
   if ! xmllint --noout --schema "$schema" "$document" 2>"$work/err"; then
     fail "$document does not validate:"
     cat "$work/err"

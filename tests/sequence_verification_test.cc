@@ -340,3 +340,54 @@ TEST_F(SequenceTest, DeeplyNestedOperandAttempts) {
 
 }  // namespace
 }  // namespace qendor
+
+namespace qendor {
+namespace {
+
+// The loop operands on the way the step took to each accepted message:
+// "begin line (from 0)+" for one it went into, "-" for one it passed.
+std::string loopsOnTheWay(const Lines& lines, const std::vector<std::string>& messages) {
+  std::string out;
+  size_t position = 0;
+  for (const std::string& message : messages) {
+    std::vector<LoopPass> loops;
+    const bool accepted = verifySdMessage(message, position, lines, loops);
+    out += message + (accepted ? ":" : "!");
+    for (const LoopPass& pass : loops) {
+      out += " " + std::to_string(pass.begin) + (pass.entered ? "+" : "-");
+    }
+    out += ";";
+  }
+  return out;
+}
+
+TEST(SequenceLoopPasses, TellTheLoopsOnTheWayToEachAcceptedMessage) {
+  const Lines loop = {"1", "LOOP_BEGIN(l)",       "LOOP_OPERAND_BEGIN(l)",
+                      "2", "LOOP_OPERAND_END(l)", "LOOP_END(l)",
+                      "3"};
+  // Into the loop, round it again, out of it; then a message that skips it.
+  EXPECT_EQ(loopsOnTheWay(loop, {"1", "2", "2", "3"}), "1:;2: 2+;2: 2+;3: 2-;");
+  EXPECT_EQ(loopsOnTheWay(loop, {"1", "3"}), "1:;3: 2-;");
+  // A rejected message tells nothing.
+  EXPECT_EQ(loopsOnTheWay(loop, {"1", "4"}), "1:;4!;");
+  // A loop inside an alt operand the step tried and gave up is not on its way.
+  const Lines alt = {"ALT_BEGIN(a)",
+                     "ALT_OPERAND_BEGIN(a)",
+                     "LOOP_BEGIN(l)",
+                     "LOOP_OPERAND_BEGIN(l)",
+                     "2",
+                     "LOOP_OPERAND_END(l)",
+                     "LOOP_END(l)",
+                     "5",
+                     "ALT_OPERAND_END(a)",
+                     "ALT_OPERAND_BEGIN(a)",
+                     "3",
+                     "ALT_OPERAND_END(a)",
+                     "ALT_END(a)"};
+  EXPECT_EQ(loopsOnTheWay(alt, {"3"}), "3:;");
+  EXPECT_EQ(loopsOnTheWay(alt, {"5"}), "5: 3-;");
+  EXPECT_EQ(loopsOnTheWay(alt, {"2", "2", "5"}), "2: 3+;2: 3+;5: 3-;");
+}
+
+}  // namespace
+}  // namespace qendor

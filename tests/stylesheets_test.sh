@@ -155,6 +155,25 @@ for lang in zh-CN zh-TW ko ja; do
   diagnosis_keys "$lang" >"$work/dkeys.$lang"
   check "diagnosis words of $lang match English" cmp -s "$work/dkeys.en" "$work/dkeys.$lang"
 done
+# So does the model coverage view.
+coverage_keys() { grep -o "<c:s lang=\"$1\" k=\"[^\"]*\"" "$sheets/TestResultCoverage.xslt" | sed 's/lang="[^"]*"//'; }
+coverage_keys en >"$work/ckeys.en"
+check "English coverage words found" test -s "$work/ckeys.en"
+for lang in zh-CN zh-TW ko ja; do
+  coverage_keys "$lang" >"$work/ckeys.$lang"
+  check "coverage words of $lang match English" cmp -s "$work/ckeys.en" "$work/ckeys.$lang"
+done
+# Words the coverage sample shows per language: the section, what no test
+# case reached, the loop's iterations, the chart's table.
+coverage_words() {
+  case $1 in
+    ENU) printf '%s\n' 'Model coverage' 'Not reached by any test case' 'Iterations per test case' 'States and transitions of' 'Over the last' ;;
+    CHS) printf '%s\n' '模型覆盖率' '没有测试用例到达' '每个测试用例的迭代次数' '状态和转换：' '最近' ;;
+    CHT) printf '%s\n' '模型覆蓋率' '沒有測試案例到達' '每個測試案例的迭代次數' '狀態和轉換：' '最近' ;;
+    KOR) printf '%s\n' '모델 커버리지' '어떤 테스트 케이스도 도달하지 않음' '테스트 케이스별 반복 횟수' '상태와 전이:' '최근' ;;
+    JPN) printf '%s\n' 'モデルカバレッジ' 'どのテストケースも到達していない' 'テストケースごとの反復回数' '状態と遷移:' '直近' ;;
+  esac
+}
 for f in "$sheets"/*.xslt; do
   check "$(basename "$f") has no disable-output-escaping" lacks "$f" 'disable-output-escaping'
   check "$(basename "$f") groups with keys, not sibling axes" lacks "$f" 'preceding-sibling'
@@ -190,6 +209,24 @@ for code in $langs; do
     while IFS= read -r word; do
       check "$what: shows '$word'" has "$html" "$word"
     done <"$work/words"
+    if [ "$name" = context_coverage ]; then
+      coverage_words "$code" >"$work/words"
+      while IFS= read -r word; do
+        check "$what: shows '$word'" has "$html" "$word"
+      done <"$work/words"
+      check "$what: one section, headed" has "$html" '<section class="cov" aria-labelledby="coverage"><style>'
+      check "$what: each model a region with its heading" has "$html" '<div class="cov-model" role="region" aria-labelledby="cov-2"><h3 id="cov-2">'
+      check "$what: model name escaped" has "$html" 'SdOrder &lt;v2&gt;'
+      check "$what: counts as text on the shades" has "$html" '<span class="cov-chip cov-l3">1<span class="cov-n"><span class="sr">'
+      check "$what: unreached step dashed" has "$html" '<span class="cov-chip cov-l0">4<span class="cov-n">'
+      check "$what: folded steps" has "$html" '<span class="cov-chip run cov-l0">5 … 22'
+      check "$what: loop iterations" has "$html" '<strong>1</strong>'
+      check "$what: chart table with caption" has "$html" '<table class="cov-table"><caption>'
+      check "$what: chart counts" has "$html" '<td class="num cov-l3">1<span class="sr">'
+    fi
+    if [ "$name" != context_coverage ]; then
+      check "$what: no coverage section without ModelCoverage" lacks "$html" 'class="cov"'
+    fi
     if [ "$name" = context_diagnosis ]; then
       # The rows the models rejected are marked, beside their own status, and
       # linked both ways with the red marks of the pictures.

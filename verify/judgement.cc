@@ -1,5 +1,8 @@
 #include "verify/judgement.h"
 
+#include <algorithm>
+#include <unordered_set>
+
 #include "base/text.h"
 #include "verify/assertion_entries.h"
 #include "verify/assertion_text.h"
@@ -20,8 +23,9 @@ bool isChart(VerificationKind kind) {
 
 class Judgement {
  public:
-  Judgement(const TestModel& model, bool explain)
+  Judgement(const TestModel& model, bool explain, bool coverage)
       : model_(model), currentState_(model.chart ? model.chart->firstRecord() : nullptr) {
+    if (coverage) startPassage();
     if (!explain) return;
     if (model.kind == VerificationKind::kSdTest && model.sequenceLines) {
       diagnosis_ = std::make_shared<Diagnosis>();
@@ -84,7 +88,10 @@ class Judgement {
     if (!lines || model_.kind != VerificationKind::kSdTest) return true;
     if (value.empty()) return true;
     const size_t before = sequencePosition_;
-    if (!verifySdMessage(value, sequencePosition_, *lines)) {
+    loopPasses_.clear();
+    const bool accepted = passage_ ? verifySdMessage(value, sequencePosition_, *lines, loopPasses_)
+                                   : verifySdMessage(value, sequencePosition_, *lines);
+    if (!accepted) {
       entry.step = StepResult::kRejected;
       outcome_ = Outcome::kFault;
       if (sequenceTrace_) noteRejected(entry, before);
@@ -96,6 +103,7 @@ class Judgement {
       ++sequenceTrace_->acceptedAt[sequencePosition_ - 1];
       sequenceTrace_->lastFrom = before;
     }
+    if (passage_) notePassage(sequencePosition_ - 1);
     if (sequencePosition_ == lines->size()) outcome_ = Outcome::kVerified;
     return true;
   }
@@ -150,12 +158,13 @@ class Judgement {
     VisitedRecords visited;
     const std::string& statement = entry.record->assertionText;
     ChartSearchTrace search;
-    ChartSearchTrace* trace = chartTrace_ ? &search : nullptr;
+    ChartSearchTrace* trace = chartTrace_ || passage_ ? &search : nullptr;
     const ChartRecord* from = currentState_;
     currentState_ = model_.kind == VerificationKind::kFlowchartTest
                         ? flowchartStep(statement, currentState_, visited, *model_.chart, trace)
                         : statechartStep(statement, currentState_, visited, *model_.chart, trace);
     if (chartTrace_) notePath(search, from, statement);
+    if (passage_) passedRecords_.insert(search.path.begin(), search.path.end());
     if (currentState_) {
       entry.step = StepResult::kAccepted;
       return true;
@@ -194,6 +203,42 @@ class Judgement {
       trace.add(std::move(step));
     }
     lastOnPath_ = search.path.back();
+  }
+
+  // The passage is kept for a test case judged against a diagram or chart.
+  void startPassage() {
+    const bool sequence = model_.kind == VerificationKind::kSdTest && model_.sequenceLines;
+    if (!sequence && !(isChart(model_.kind) && model_.chart)) return;
+    passage_ = std::make_shared<ModelPassage>();
+    passage_->kind = model_.kind;
+    passage_->sequenceLines = model_.sequenceLines;
+    passage_->chart = model_.chart;
+  }
+
+  // The accepted line, and the loops on the way to it: a loop the step went
+  // into counts one iteration; one it passed over is noted with none.
+  void notePassage(size_t line) {
+    passage_->acceptedLines.push_back(static_cast<uint32_t>(line));
+    for (const LoopPass& pass : loopPasses_) {
+      uint32_t& iterations = loops_[static_cast<uint32_t>(pass.begin)];
+      if (pass.entered) ++iterations;
+    }
+  }
+
+  void finishPassage() {
+    std::vector<uint32_t>& lines = passage_->acceptedLines;
+    std::sort(lines.begin(), lines.end());
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    passage_->loopIterations.assign(loops_.begin(), loops_.end());
+    if (!passedRecords_.empty()) {
+      const ChartList& chart = *model_.chart;
+      for (size_t i = 0; i < chart.size(); ++i) {
+        if (passedRecords_.count(chart.records[i].get()) > 0) {
+          passage_->chartRecords.push_back(static_cast<uint32_t>(i));
+        }
+      }
+    }
+    verdict_.passage = std::move(passage_);
   }
 
   // One failed record fails the test case for good.
@@ -237,7 +282,7 @@ class Judgement {
     if (outcome_ == Outcome::kOpen) {
       VisitedRecords visited;
       ChartSearchTrace search;
-      ChartSearchTrace* trace = chartTrace_ ? &search : nullptr;
+      ChartSearchTrace* trace = chartTrace_ || passage_ ? &search : nullptr;
       // Without a chart there is no state to start from, and so no end.
       const ChartRecord* end = nullptr;
       if (currentState_) {
@@ -246,6 +291,7 @@ class Judgement {
                   : statechartCanComplete(currentState_, visited, *model_.chart, trace);
       }
       completes = end != nullptr || userExit_;
+      if (passage_ && end) passedRecords_.insert(search.path.begin(), search.path.end());
       if (chartTrace_ && !completes) {
         chartTrace_->stopped = true;
         if (currentState_) chartTrace_->stoppedAt = stepOf(*currentState_);
@@ -266,6 +312,7 @@ class Judgement {
   // its document status; only what its context folds says so.
   TestCaseVerdict conclude() {
     if (diagnosis_ && diagnosis_->kind != Diagnosis::Kind::kNone) verdict_.diagnosis = diagnosis_;
+    if (passage_) finishPassage();
     verdict_.status = status_;
     // A walk that ended early gives back what it did not use.
     if (verdict_.entries.capacity() > 2 * verdict_.entries.size() + 16) {
@@ -304,6 +351,10 @@ class Judgement {
   SequenceDiagnosis* sequenceTrace_ = nullptr;
   ChartDiagnosis* chartTrace_ = nullptr;
   const ChartRecord* lastOnPath_ = nullptr;
+  std::shared_ptr<ModelPassage> passage_;  // when the model coverage is asked for
+  std::vector<LoopPass> loopPasses_;       // of the message being stepped
+  std::map<uint32_t, uint32_t> loops_;     // loop operand begin line -> iterations
+  std::unordered_set<const ChartRecord*> passedRecords_;
 };
 
 }  // namespace
@@ -317,8 +368,9 @@ void ChartDiagnosis::add(Step step) {
   path.push_back(std::move(step));
 }
 
-TestCaseVerdict judgeTestCase(const TestCaseLog* log, const TestModel& model, bool explain) {
-  return Judgement(model, explain).judge(log);
+TestCaseVerdict judgeTestCase(const TestCaseLog* log, const TestModel& model, bool explain,
+                              bool coverage) {
+  return Judgement(model, explain, coverage).judge(log);
 }
 
 }  // namespace qendor

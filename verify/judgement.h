@@ -106,6 +106,27 @@ struct Diagnosis {
   size_t moreNotJudged = 0;
 };
 
+// Which parts of its model a test case's run went through, for a run that
+// asks for the model coverage: kept beside the verdict, filled by the same
+// walk that judges it.
+struct ModelPassage {
+  // The model: its kind and the diagram lines or chart (which the indexes
+  // below point into).
+  VerificationKind kind = VerificationKind::kNoKind;
+  std::shared_ptr<const SequenceLines> sequenceLines;
+  std::shared_ptr<const ChartList> chart;
+  // A sequence diagram: the lines (indexes from 0) on which the step
+  // accepted a message, ascending, each once; and each loop operand the
+  // step walked over while accepting a message: the line of its begin
+  // marker and how often the step went into it, ascending by line.
+  std::vector<uint32_t> acceptedLines;
+  std::vector<std::pair<uint32_t, uint32_t>> loopIterations;
+  // A chart: the records (indexes into the chart, ascending) on the paths
+  // of the searches that found their record, the search of the chart's
+  // end included when it found one.
+  std::vector<uint32_t> chartRecords;
+};
+
 struct TestCaseVerdict {
   bool hasRecords = false;  // the log opened the test case
   TestType type = TestType::kCode;
@@ -130,6 +151,9 @@ struct TestCaseVerdict {
   // Only when asked for, and only for a test case judged against a diagram
   // or chart; null otherwise, so that a verdict stays small.
   std::shared_ptr<const Diagnosis> diagnosis;
+  // Only when the model coverage is asked for, for a test case judged
+  // against a sequence diagram or chart; null otherwise.
+  std::shared_ptr<const ModelPassage> passage;
 };
 
 // The verdicts of a run's test cases by number, each judged once.
@@ -138,8 +162,9 @@ using TestCaseVerdicts = std::map<int32_t, TestCaseVerdict>;
 // Walks the records of `log` (null: the log never opened the test case)
 // against `model`. Throws std::out_of_range when the sequence verification
 // does. With `explain`, a sequence diagram or chart test case's verdict
-// carries its diagnosis. REQUIRES: `log` outlives the verdict, whose entries
-// are views into it.
-TestCaseVerdict judgeTestCase(const TestCaseLog* log, const TestModel& model, bool explain = false);
+// carries its diagnosis; with `coverage`, its model passage. REQUIRES: `log`
+// outlives the verdict, whose entries are views into it.
+TestCaseVerdict judgeTestCase(const TestCaseLog* log, const TestModel& model, bool explain = false,
+                              bool coverage = false);
 
 }  // namespace qendor

@@ -167,6 +167,7 @@ bool runStep(const SequenceLines& lines, size_t& position, Probe& probe) {
       trail.push_back(position);
       const std::string& line = lines[position];
       if (probe.accepts(position, line)) {
+        probe.accepted(trail);
         ++position;
         return true;  // every pending step returns the acceptance
       }
@@ -244,12 +245,27 @@ bool runStep(const SequenceLines& lines, size_t& position, Probe& probe) {
   }
 }
 
-// The step for one recorded message.
+// The step for one recorded message; with `loops`, it tells the loop
+// operands on the way it took.
 struct MessageProbe {
   std::string_view message;
   const SequenceLines& lines;
+  std::vector<LoopPass>* loops = nullptr;
   bool accepts(size_t, const std::string& line) const { return line == message; }
   bool entersLoop(size_t begin) const { return loopOperandContains(message, begin, lines); }
+  // `trail` holds, in order, the lines the step stood on from its start to
+  // the accepted one, without the attempts it gave up. A loop operand on it
+  // was entered exactly when the step went on to the line below the marker
+  // because the operand holds the message (the decision entersLoop made).
+  void accepted(const std::vector<size_t>& trail) const {
+    if (!loops) return;
+    for (size_t i = 0; i + 1 < trail.size(); ++i) {
+      const size_t at = trail[i];
+      if (!startsWith(lines[at], "LOOP_OPERAND_BEGIN")) continue;
+      const bool entered = trail[i + 1] == at + 1 && entersLoop(at);
+      loops->push_back(LoopPass{at, entered});
+    }
+  }
 };
 
 // The step for a message that no line equals, noting every line it compares
@@ -266,12 +282,19 @@ struct ExploringProbe {
     seen.push_back(SequenceSight{begin, true});
     return std::find(entered.begin(), entered.end(), begin) != entered.end();
   }
+  void accepted(const std::vector<size_t>&) const {}
 };
 
 }  // namespace
 
 bool verifySdMessage(std::string_view message, size_t& position, const SequenceLines& lines) {
   MessageProbe probe{message, lines};
+  return runStep(lines, position, probe);
+}
+
+bool verifySdMessage(std::string_view message, size_t& position, const SequenceLines& lines,
+                     std::vector<LoopPass>& loops) {
+  MessageProbe probe{message, lines, &loops};
   return runStep(lines, position, probe);
 }
 

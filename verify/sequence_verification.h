@@ -20,6 +20,20 @@ namespace qendor {
 // of any length is handled without deep recursion.
 bool verifySdMessage(std::string_view message, size_t& position, const SequenceLines& lines);
 
+// A loop operand the step for an accepted message walked over: the line of
+// its "LOOP_OPERAND_BEGIN" marker, and whether the step went into it (one
+// iteration) or past it.
+struct LoopPass {
+  size_t begin;
+  bool entered;
+};
+
+// verifySdMessage, telling on acceptance the loop operands on the way the
+// step took to the accepted line, in order, into `loops` (appended). An
+// operand attempt that failed and was left is not on that way.
+bool verifySdMessage(std::string_view message, size_t& position, const SequenceLines& lines,
+                     std::vector<LoopPass>& loops);
+
 // The marker that closes the operand `beginLine` opens: its operator prefix
 // (the text before its first "_"), "_OPERAND_END" and its fragment suffix.
 // Throws std::out_of_range when the line holds no "(".

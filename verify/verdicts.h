@@ -8,6 +8,7 @@
 #include "base/assertion_record.h"
 #include "base/run_settings.h"
 #include "verify/judgement.h"
+#include "verify/model_coverage.h"
 
 namespace qendor {
 
@@ -27,12 +28,16 @@ class RunVerdicts {
   const TestCaseVerdict* find(int32_t number) const;
 
   // Forgets every verdict, giving their memory back.
-  void release() { std::map<int32_t, TestCaseVerdict>().swap(verdicts_); }
+  void release() {
+    std::map<int32_t, TestCaseVerdict>().swap(verdicts_);
+    models_ = ModelRegistry();
+  }
 
  private:
   const RunSettings& settings_;
   const TestCaseLogs& logs_;
   std::map<int32_t, TestCaseVerdict> verdicts_;
+  ModelRegistry models_;  // with "-coverage": the models the passages refer to
 };
 
 }  // namespace qendor
