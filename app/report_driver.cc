@@ -15,6 +15,7 @@
 #include "report/history.h"
 #include "report/history_file.h"
 #include "report/html_renders.h"
+#include "report/junit_file.h"
 #include "report/result_document.h"
 #include "report/xml_save.h"
 #include "verify/verdicts.h"
@@ -164,6 +165,7 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
   HistoryRun thisRun;
   ExitStatus result = ExitStatus::kUndefined;
   std::string ownHtml;  // the HTML report of the run's own document
+  std::string ownXml;   // and its XML report, when it was written
   if (!settings.testCaseName.empty()) {
     result = ExitStatus::kTestCaseNotFound;
     bool found = false;
@@ -174,6 +176,7 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
       run.earlier = history ? &earlier : nullptr;
       result = writeReport(run, name, reportKindOf(number), number);
       ownHtml = reportPath(settings, name, ".html");
+      if (result != ExitStatus::kNotWritten) ownXml = reportPath(settings, name, ".xml");
       thisRun.cases = historyCases(settings, {number}, run.verdicts);
       if (!thisRun.cases.empty()) thisRun.status = thisRun.cases.front().status;
       break;
@@ -190,6 +193,9 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
     }
     result = writeReport(run, settings.testContextName, ReportKind::kTestContext, -1);
     ownHtml = reportPath(settings, settings.testContextName, ".html");
+    if (result != ExitStatus::kNotWritten) {
+      ownXml = reportPath(settings, settings.testContextName, ".xml");
+    }
     thisRun.cases = historyCases(settings, members, run.verdicts);
     for (const HistoryCase& entry : thisRun.cases) {
       thisRun.status = foldContextStatus(thisRun.status, entry.status);
@@ -201,11 +207,21 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
   logs = TestCaseLogs();
   run.renders.finishAll();
   if (!ownHtml.empty() && run.renders.unwritten(ownHtml)) result = ExitStatus::kNotWritten;
+  // The JUnit file follows the reports; whether it could be written is
+  // said on standard error and leaves the exit status to the reports.
+  if (settings.junitFile && !ownHtml.empty()) {
+    if (!ownXml.empty()) {
+      writeJunitFile(settings.programDirectory + kJunitStylesheetName, ownXml, settings.junitFile);
+    } else {
+      loseJunitFile(settings.junitFile);
+    }
+  }
   // The run joins the history once its documents are written.
   if (history && result != ExitStatus::kNotWritten) {
     thisRun.time = historyTimeText();
     history->add(std::move(thisRun));
   }
+  run.renders.tellXsltprocNotFound();
   return result;
 }
 

@@ -41,6 +41,8 @@ struct RunSettings {
   const char* historyDirectory = nullptr;
   // "-render".
   HtmlRenderer htmlRenderer = HtmlRenderer::kXsltproc;
+  // "-junit": where the run's JUnit file goes; null without.
+  const char* junitFile = nullptr;
 
   // From the info file.
   std::string ostraVersionNumber;

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "base/paths.h"
 #include "report/file_output.h"
@@ -72,6 +73,16 @@ HtmlRenders::HtmlRenders(size_t slots, HtmlRenderer renderer)
 
 HtmlRenders::~HtmlRenders() {
   finishAll();
+  tellXsltprocNotFound();
+}
+
+void HtmlRenders::tellXsltprocNotFound() {
+  if (xsltprocNotFound_ == 0) return;
+  // One line for the run: a context of thousands of test cases would
+  // otherwise bury standard error under the same sentence.
+  std::fprintf(stderr, "qendor: xsltproc not found: %zu HTML %s not written\n", xsltprocNotFound_,
+               xsltprocNotFound_ == 1 ? "report" : "reports");
+  xsltprocNotFound_ = 0;
 }
 
 void HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath) {
@@ -156,7 +167,9 @@ void HtmlRenders::launchXsltproc(int64_t serial) {
   Render& render = at(serial);
   render.xsltproc = startXsltproc(stylesheetPath(), render.xml, render.html);
   if (render.xsltproc.child < 0) {
-    recordEnd(serial, xsltprocOutcome(render.xsltproc, 0, "xsltproc could not be started"));
+    RenderOutcome outcome = xsltprocOutcome(render.xsltproc, 0, "xsltproc could not be started");
+    outcome.xsltprocNotFound = render.xsltproc.notFound;
+    recordEnd(serial, std::move(outcome));
     return;
   }
   running_.push_back(serial);
@@ -247,7 +260,9 @@ void HtmlRenders::reportFinished() {
       unwritten_.insert(render.html);
     } else {
       unwritten_.erase(render.html);
-      if (!outcome.problem.empty()) {
+      if (outcome.xsltprocNotFound) {
+        ++xsltprocNotFound_;
+      } else if (!outcome.problem.empty()) {
         std::fprintf(stderr, "qendor: HTML report %s not written: %s\n", render.html.c_str(),
                      outcome.problem.c_str());
       }

@@ -56,6 +56,11 @@ class HtmlRenders {
   // Waits for every render and writes their warnings.
   void finishAll();
 
+  // After finishAll(): when renders found no xsltproc, says so on one line
+  // for all of them, "qendor: xsltproc not found: N HTML reports not
+  // written", and counts afresh. The destructor says it too.
+  void tellXsltprocNotFound();
+
   // True when the last finished render to `htmlPath` (normalised) could not
   // write the file (a full disk, a file size limit, a read-only folder). Such
   // a file is removed and its loss told as "qendor: <path>: <reason>".
@@ -96,6 +101,9 @@ class HtmlRenders {
   std::unordered_map<std::string, int64_t> lastUse_;
   // HTML files whose last render could not write them.
   std::unordered_set<std::string> unwritten_;
+  // Renders reported since the last tellXsltprocNotFound() that found no
+  // xsltproc.
+  size_t xsltprocNotFound_ = 0;
   // With the builtin renderer, from its first render on: the stylesheet,
   // then the threads that apply it (destroyed first).
   std::unique_ptr<CompiledStylesheet> stylesheet_;
