@@ -317,5 +317,66 @@ for code in $langs; do
   done
 done
 
+# Header values in the report's language: the header's time in the
+# language's order, "unknown" in its word, a version without a build number
+# without ", build"; the document keeps them as the program wrote them.
+header_of() { # language, document: the three header cards as "label=value" lines
+  xsltproc "$sheets/TestResult2$1.xslt" "$2" |
+    grep -o '<tr><th scope="row">[^<]*</th><td>[^<]*</td></tr>' |
+    sed 's|<tr><th scope="row">\([^<]*\)</th><td>\([^<]*\)</td></tr>|\1=\2|'
+}
+header_has() { # description, language, document, expected line
+  if header_of "$2" "$3" | grep -F -x -q -- "$4"; then ok; else bad "$1: no line '$4' in: $(header_of "$2" "$3" | tr '\n' '|')"; fi
+}
+sed 's/korvanVersion="[^"]*"/korvanVersion="3.1, build "/;s/ostraVersion="[^"]*"/ostraVersion=", build 7"/;s/userName="[^"]*"/userName="unknown"/;s/time="[^"]*"/time="Sun Nov  2 07:05:09 2025"/' \
+  "$samples/testcase_code.xml" >"$work/header.xml"
+header_has "ENU: time as written" ENU "$work/header.xml" 'Created=Sun Nov  2 07:05:09 2025'
+header_has "ENU: unknown user" ENU "$work/header.xml" 'User=unknown'
+header_has "ENU: unknown machine" ENU "$work/header.xml" 'Machine=unknown'
+header_has "ENU: version without build" ENU "$work/header.xml" 'Korvan version=3.1'
+header_has "ENU: build without version" ENU "$work/header.xml" 'Ostra version=, build 7'
+header_has "ENU: neither" ENU "$samples/testcase_code.xml" 'Korvan version='
+header_has "ENU: both" ENU "$samples/context.xml" 'Korvan version=3.1, build 88'
+header_has "CHS: time" CHS "$work/header.xml" '创建时间=2025年11月2日 星期日 07:05:09'
+header_has "CHS: unknown" CHS "$work/header.xml" '用户=未知'
+header_has "CHS: version without build" CHS "$work/header.xml" 'Korvan 版本=3.1'
+header_has "CHT: time" CHT "$samples/context.xml" '建立時間=2025年11月22日 星期六 10:15:42'
+header_has "CHT: unknown" CHT "$work/header.xml" '電腦=未知'
+header_has "JPN: time" JPN "$samples/context.xml" '作成日時=2025年11月22日(土) 10:15:42'
+header_has "JPN: unknown" JPN "$work/header.xml" 'ユーザー=不明'
+header_has "KOR: time" KOR "$work/header.xml" '생성 시간=2025년 11월 2일 (일) 07:05:09'
+header_has "KOR: unknown" KOR "$work/header.xml" '컴퓨터=알 수 없음'
+header_has "KOR: known names as they stand" KOR "$samples/context.xml" '사용자=tester'
+sed 's/time="[^"]*"/time="2025年11月22日 10時15分42秒"/' "$samples/context.xml" >"$work/localtime.xml"
+header_has "JPN: a time in another form as it stands" JPN "$work/localtime.xml" '作成日時=2025年11月22日 10時15分42秒'
+check "the document keeps its header" grep -q 'korvanVersion="3.1, build " ostraVersion=", build 7"' "$work/header.xml"
+
+# The pass rate is never rounded to none or all of the test cases.
+context_of() { # passed, failed: a context document with that many test cases
+  awk -v p="$1" -v f="$2" 'BEGIN {
+    print "<?xml version=\"1.0\"?>"
+    print "<TestResult kind=\"rk_testcontext\"><ResultHeader name=\"C\" fullname=\"P.C\" time=\"Sat Nov 22 10:15:42 2025\"/><TestContextResult status=\"FAILED\">"
+    for (i = 0; i < p + f; i++)
+      printf "<TestCaseResult name=\"T%d\" fullname=\"P.C.T%d\" testType=\"tt_Code\" status=\"%s\" verificationResult=\"No result verification for Code TestCases\"><ResultForCode/></TestCaseResult>\n", i, i, i < p ? "PASSED" : "FAILED"
+    print "</TestContextResult></TestResult>"
+  }'
+}
+pass_rate() { # language, passed, failed
+  context_of "$2" "$3" >"$work/rate.xml"
+  xsltproc "$sheets/TestResult2$1.xslt" "$work/rate.xml" | grep -o '<td class="num" id="passrate">[^<]*</td>' |
+    sed 's/<[^>]*>//g'
+}
+is_rate() { # description, expected, language, passed, failed
+  got=$(pass_rate "$3" "$4" "$5")
+  if [ "$got" = "$2" ]; then ok; else bad "$1: expected '$2', got '$got'"; fi
+}
+is_rate "1 of 1001 passed" '&lt; 0.1%' ENU 1 1000
+is_rate "1 of 1001 passed, Japanese" '&lt; 0.1%' JPN 1 1000
+is_rate "1000 of 1001 passed" '&gt; 99.9%' ENU 1000 1
+is_rate "none passed" '0%' ENU 0 3
+is_rate "all passed" '100%' ENU 3 0
+is_rate "1 of 3 passed" '33.3%' ENU 1 2
+is_rate "1 of 1000 passed" '0.1%' ENU 1 999
+
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]
