@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/run_progress.h"
 #include "base/paths.h"
 #include "report/case_result.h"
 #include "report/file_output.h"
@@ -156,6 +157,9 @@ ExitStatus writeReport(ReportRun& run, const std::string& fullName, ReportKind k
 }  // namespace
 
 ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t renderSlots) {
+  // On a terminal, a context run shows how far it is (declared before the
+  // renders, whose waits report to it until their destructor is done).
+  std::unique_ptr<RunProgress> progress;
   // Each render goes on while the next document is built. All are finished
   // before this returns, an unexpected error included (the destructor).
   ReportRun run{settings, RunVerdicts(settings, logs),
@@ -188,8 +192,14 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
     history = readHistory(settings, "rk_testcontext", settings.testContextName, earlier);
     run.earlier = history ? &earlier : nullptr;
     const std::vector<int32_t> members = contextMembers(settings, settings.testContextName);
+    progress = std::make_unique<RunProgress>(members.size());
+    run.renders.setWaitHook([&progress, &renders = run.renders] {
+      if (progress) progress->updateWaiting(renders.unfinished());
+    });
+    size_t written = 0;
     for (int32_t number : members) {
       writeReport(run, tableEntry(settings.testCaseNames, number), reportKindOf(number), number);
+      progress->update(++written, run.renders.unfinished());
     }
     result = writeReport(run, settings.testContextName, ReportKind::kTestContext, -1);
     ownHtml = reportPath(settings, settings.testContextName, ".html");
@@ -206,6 +216,8 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
   run.verdicts.release();
   logs = TestCaseLogs();
   run.renders.finishAll();
+  run.renders.setWaitHook(nullptr);
+  if (progress) progress->finish();
   if (!ownHtml.empty() && run.renders.unwritten(ownHtml)) result = ExitStatus::kNotWritten;
   // The JUnit file follows the reports; whether it could be written is
   // said on standard error and leaves the exit status to the reports.

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/paths.h"
+#include "base/status_line.h"
 #include "report/file_output.h"
 #include "report/libxslt_render.h"
 #include "report/render_workers.h"
@@ -76,8 +77,15 @@ HtmlRenders::~HtmlRenders() {
   tellXsltprocNotFound();
 }
 
+size_t HtmlRenders::unfinished() const {
+  size_t count = 0;
+  for (const Render& render : queue_) count += render.done ? 0 : 1;
+  return count;
+}
+
 void HtmlRenders::tellXsltprocNotFound() {
   if (xsltprocNotFound_ == 0) return;
+  clearStatusLine();
   // One line for the run: a context of thousands of test cases would
   // otherwise bury standard error under the same sentence.
   std::fprintf(stderr, "qendor: xsltproc not found: %zu HTML %s not written\n", xsltprocNotFound_,
@@ -126,6 +134,7 @@ void HtmlRenders::finishThrough(int64_t serial) {
     // Something before `serial` is still running: every waiting render has
     // a slot or waits behind a running one.
     collect(true);
+    if (waitHook_) waitHook_();
   }
 }
 
@@ -249,6 +258,10 @@ void HtmlRenders::reportFinished() {
   while (!queue_.empty() && queue_.front().done) {
     Render& render = queue_.front();
     const RenderOutcome& outcome = render.outcome;
+    if (!outcome.warnings.empty() || outcome.unwritten ||
+        (!outcome.problem.empty() && !outcome.xsltprocNotFound)) {
+      clearStatusLine();
+    }
     if (!outcome.warnings.empty()) {
       std::fflush(stderr);
       writeAll(STDERR_FILENO, outcome.warnings);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <queue>
 #include <string>
@@ -61,6 +62,13 @@ class HtmlRenders {
   // written", and counts afresh. The destructor says it too.
   void tellXsltprocNotFound();
 
+  // The renders queued and not done yet: waiting for a slot or running.
+  size_t unfinished() const;
+
+  // Called each time a wait for renders sees one end, so that the caller
+  // can show how many are left; null for none.
+  void setWaitHook(std::function<void()> hook) { waitHook_ = std::move(hook); }
+
   // True when the last finished render to `htmlPath` (normalised) could not
   // write the file (a full disk, a file size limit, a read-only folder). Such
   // a file is removed and its loss told as "qendor: <path>: <reason>".
@@ -104,6 +112,7 @@ class HtmlRenders {
   // Renders reported since the last tellXsltprocNotFound() that found no
   // xsltproc.
   size_t xsltprocNotFound_ = 0;
+  std::function<void()> waitHook_;
   // With the builtin renderer, from its first render on: the stylesheet,
   // then the threads that apply it (destroyed first).
   std::unique_ptr<CompiledStylesheet> stylesheet_;
