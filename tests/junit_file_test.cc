@@ -156,6 +156,21 @@ TEST(JunitFile, UnwritableFileKeepsTheExitStatus) {
   EXPECT_EQ(test::filesIn(s.path("ci")), std::vector<std::string>{"j.xml"});
 }
 
+// Without the run's own result document there is no JUnit file either: an
+// earlier run's is removed, and one line says why.
+TEST(JunitFile, NoneWhenTheResultDocumentIsLost) {
+  Shop s;
+  fs::create_directories(s.path("out/Ctx.xml"));
+  s.dir().write("j.xml", "an earlier run");
+  Outcome o = s.run(Shop::args("-tcontext", "Pkg.Ctx", {"-junit", "j.xml"}));
+  EXPECT_EQ(o.status, 25);
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.err,
+            "qendor: out/Ctx.xml: Is a directory\n"
+            "qendor: j.xml: its result document was not written\n");
+  EXPECT_FALSE(test::fileExists(s.path("j.xml")));
+}
+
 // Two runs writing the same file at once leave one of their files whole,
 // and no temporary file.
 TEST(JunitFile, ParallelRunsReplaceTheFileWhole) {
