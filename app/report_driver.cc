@@ -227,9 +227,10 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
       // What the documents and the renders' threads freed goes back to the
       // system first: the transformation reads the largest document again.
       malloc_trim(0);
-      writeJunitFile(settings.programDirectory + kJunitStylesheetName, ownXml, settings.junitFile);
+      writeJunitFile(settings.programDirectory + kJunitStylesheetName, ownXml,
+                     normalisePath(settings.junitFile));
     } else {
-      loseJunitFile(settings.junitFile);
+      loseJunitFile(normalisePath(settings.junitFile));
     }
   }
   // The run joins the history once its documents are written.

@@ -2,11 +2,13 @@
 // result document, written complete or not at all, and nothing else changed.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <regex>
 #include <string>
 #include <vector>
 
+#include "report/junit_file.h"
 #include "tests/test_support.h"
 
 namespace qendor {
@@ -69,6 +71,59 @@ TEST(JunitFile, ContextRunWritesOneSuite) {
   EXPECT_EQ(o.out, "");
   EXPECT_EQ(o.err, "");
   EXPECT_EQ(masked(test::readFile(s.path("Ctx.junit.xml"))), expected("Ctx.xml"));
+}
+
+// Like every path of the command line: backslashes are turned into "/" and
+// double quotes removed.
+TEST(JunitFile, PathWithBackslashesAndQuotes) {
+  Shop s;
+  fs::create_directory(s.path("ci"));
+  Outcome o = s.run(Shop::args("-tcase", "Pkg.Ctx.CodeFail", {"-junit", "\"ci\\j.xml\""}));
+  EXPECT_EQ(o.status, 10);
+  EXPECT_EQ(o.err, "");
+  EXPECT_EQ(masked(test::readFile(s.path("ci/j.xml"))), expected("CodeFail.xml"));
+}
+
+// Without the stylesheet, one line says so and no file is left.
+TEST(JunitFile, MissingStylesheet) {
+  test::TempDir dir;
+  const std::string xml = dir.write(
+      "Ctx.xml",
+      test::readFile(std::string(QENDOR_SOURCE_DIR) + "/tests/stylesheet_samples/context.xml"));
+  const std::string junit = dir.write("j.xml", "an earlier run");
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(writeJunitFile(dir.file("none.xslt"), xml, junit));
+  const std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(err.rfind("qendor: " + junit + ": the stylesheet " + dir.file("none.xslt") +
+                          " could not be read: ",
+                      0),
+            0u)
+      << err;
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+  EXPECT_FALSE(test::fileExists(junit));
+  EXPECT_EQ(test::filesIn(dir.path()), std::vector<std::string>{"Ctx.xml"});
+}
+
+// The file of a document is the stylesheet's output, whole.
+TEST(JunitFile, WrittenFromASavedDocument) {
+  test::TempDir dir;
+  const std::string xml = dir.write(
+      "Ctx.xml",
+      test::readFile(std::string(QENDOR_SOURCE_DIR) + "/tests/stylesheet_samples/context.xml"));
+  const std::string junit = dir.write("j.xml", "an earlier run");
+  testing::internal::CaptureStderr();
+  EXPECT_TRUE(
+      writeJunitFile(std::string(QENDOR_BINARY_DIR) + "/TestResult2JUnit.xslt", xml, junit));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  const std::string written = test::readFile(junit);
+  EXPECT_EQ(written.rfind(
+                "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"Shop.Checkout\" "
+                "tests=\"9\" failures=\"1\" errors=\"4\" time=\"0\">\n",
+                0),
+            0u)
+      << written;
+  EXPECT_EQ(written.substr(written.size() - 29), "  </testsuite>\n</testsuites>\n");
+  EXPECT_EQ(test::filesIn(dir.path()), (std::vector<std::string>{"Ctx.xml", "j.xml"}));
 }
 
 TEST(JunitFile, IsTheStylesheetsOutputForTheContextsDocument) {
