@@ -77,12 +77,6 @@ HtmlRenders::~HtmlRenders() {
   tellXsltprocNotFound();
 }
 
-size_t HtmlRenders::unfinished() const {
-  size_t count = 0;
-  for (const Render& render : queue_) count += render.done ? 0 : 1;
-  return count;
-}
-
 void HtmlRenders::tellXsltprocNotFound() {
   if (xsltprocNotFound_ == 0) return;
   clearStatusLine();
@@ -107,6 +101,7 @@ void HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath)
   lastUse_[render.html] = serial;
   waiting_.emplace(sizeOf(render.xml), -serial);
   queue_.push_back(std::move(render));
+  ++unfinished_;
 
   collect(false);
   launchWaiting(serial);
@@ -249,6 +244,7 @@ void HtmlRenders::recordEnd(int64_t serial, RenderOutcome outcome) {
     break;
   }
   render.done = true;
+  --unfinished_;
   // Warnings said before the render began (the stylesheet's) come first.
   outcome.warnings.insert(0, render.outcome.warnings);
   render.outcome = std::move(outcome);

@@ -63,7 +63,7 @@ class HtmlRenders {
   void tellXsltprocNotFound();
 
   // The renders queued and not done yet: waiting for a slot or running.
-  size_t unfinished() const;
+  size_t unfinished() const { return unfinished_; }
 
   // Called each time a wait for renders sees one end, so that the caller
   // can show how many are left; null for none.
@@ -113,6 +113,7 @@ class HtmlRenders {
   // xsltproc.
   size_t xsltprocNotFound_ = 0;
   std::function<void()> waitHook_;
+  size_t unfinished_ = 0;  // queued renders not done
   // With the builtin renderer, from its first render on: the stylesheet,
   // then the threads that apply it (destroyed first).
   std::unique_ptr<CompiledStylesheet> stylesheet_;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/render_fixture.h"
 #include "tests/test_support.h"
@@ -39,6 +40,30 @@ TEST_F(HtmlRendersTest, RunsOverlapUpToTheSlotsAndFinishInOrder) {
                      dir_.file("f4.html") + " not written: xsltproc failed\n");
   EXPECT_EQ(test::readFile(dir_.file("w3.html")), "w3.xml");
   EXPECT_FALSE(test::fileExists(dir_.file("f2.html")));
+}
+
+// How many renders are not done, and a wait that tells each end it sees.
+TEST_F(HtmlRendersTest, UnfinishedRendersAndTheWaitHook) {
+  fake_.hold("h.xml");
+  testing::internal::CaptureStderr();
+  {
+    HtmlRenders renders(1);
+    std::vector<size_t> seen;
+    renders.setWaitHook([&] { seen.push_back(renders.unfinished()); });
+    EXPECT_EQ(renders.unfinished(), 0u);
+    queue(renders, "h");
+    queue(renders, "q");
+    queue(renders, "r");
+    // One slot: h runs, held; q and r wait for it.
+    EXPECT_EQ(renders.unfinished(), 3u);
+    fake_.release("h.xml");
+    renders.finishAll();
+    EXPECT_EQ(renders.unfinished(), 0u);
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.back(), 0u);
+    for (size_t i = 1; i < seen.size(); ++i) EXPECT_LT(seen[i], seen[i - 1]);
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err h.xml\nerr q.xml\nerr r.xml\n");
 }
 
 TEST_F(HtmlRendersTest, ARunOfTheSameFilesWaitsForTheEarlierOne) {
