@@ -81,6 +81,8 @@ bool parseCommandLine(int argc, char** argv) {
         if (value) setRenderer(value);
       } else if (std::strcmp(option, "-history") == 0) {
         if (value) r.historyDirectory = value;
+      } else if (std::strcmp(option, "-junit") == 0) {
+        if (value) r.junitFile = value;
       } else if (std::strcmp(option, "-index") == 0) {
         r.index = true;
         i += 1;  // takes no value

@@ -1,5 +1,6 @@
 #include "app/report_driver.h"
 
+#include <malloc.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -9,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/run_progress.h"
 #include "base/paths.h"
 #include "report/case_result.h"
 #include "report/coverage_element.h"
@@ -17,6 +19,7 @@
 #include "report/history_file.h"
 #include "report/html_renders.h"
 #include "report/index_file.h"
+#include "report/junit_file.h"
 #include "report/result_document.h"
 #include "report/xml_save.h"
 #include "verify/verdicts.h"
@@ -177,6 +180,9 @@ ExitStatus writeReport(ReportRun& run, const std::string& fullName, ReportKind k
 }  // namespace
 
 ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t renderSlots) {
+  // On a terminal, a context run shows how far it is (declared before the
+  // renders, whose waits report to it until their destructor is done).
+  std::unique_ptr<RunProgress> progress;
   // Each render goes on while the next document is built. All are finished
   // before this returns, an unexpected error included (the destructor).
   ReportRun run{settings, RunVerdicts(settings, logs),
@@ -186,6 +192,7 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
   HistoryRun thisRun;
   ExitStatus result = ExitStatus::kUndefined;
   std::string ownHtml;  // the HTML report of the run's own document
+  std::string ownXml;   // and its XML report, when it was written
   if (!settings.testCaseName.empty()) {
     result = ExitStatus::kTestCaseNotFound;
     bool found = false;
@@ -196,6 +203,7 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
       run.earlier = history ? &earlier : nullptr;
       result = writeReport(run, name, reportKindOf(number), number, true);
       ownHtml = reportPath(settings, name, ".html");
+      if (result != ExitStatus::kNotWritten) ownXml = reportPath(settings, name, ".xml");
       thisRun.cases = historyCases(settings, {number}, run.verdicts);
       if (!thisRun.cases.empty()) thisRun.status = thisRun.cases.front().status;
       break;
@@ -207,12 +215,21 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
     history = readHistory(settings, "rk_testcontext", settings.testContextName, earlier);
     run.earlier = history ? &earlier : nullptr;
     const std::vector<int32_t> members = contextMembers(settings, settings.testContextName);
+    progress = std::make_unique<RunProgress>(members.size());
+    run.renders.setWaitHook([&progress, &renders = run.renders] {
+      if (progress) progress->updateWaiting(renders.unfinished());
+    });
+    size_t written = 0;
     for (int32_t number : members) {
       writeReport(run, tableEntry(settings.testCaseNames, number), reportKindOf(number), number,
                   false);
+      progress->update(++written, run.renders.unfinished());
     }
     result = writeReport(run, settings.testContextName, ReportKind::kTestContext, -1, true);
     ownHtml = reportPath(settings, settings.testContextName, ".html");
+    if (result != ExitStatus::kNotWritten) {
+      ownXml = reportPath(settings, settings.testContextName, ".xml");
+    }
     thisRun.cases = historyCases(settings, members, run.verdicts);
     for (const HistoryCase& entry : thisRun.cases) {
       thisRun.status = foldContextStatus(thisRun.status, entry.status);
@@ -223,13 +240,29 @@ ExitStatus runReports(const RunSettings& settings, TestCaseLogs logs, size_t ren
   run.verdicts.release();
   logs = TestCaseLogs();
   run.renders.finishAll();
+  run.renders.setWaitHook(nullptr);
+  if (progress) progress->finish();
   if (!ownHtml.empty() && run.renders.unwritten(ownHtml)) result = ExitStatus::kNotWritten;
+  // The JUnit file follows the reports; whether it could be written is
+  // said on standard error and leaves the exit status to the reports.
+  if (settings.junitFile && !ownHtml.empty()) {
+    if (!ownXml.empty()) {
+      // What the documents and the renders' threads freed goes back to the
+      // system first: the transformation reads the largest document again.
+      malloc_trim(0);
+      writeJunitFile(settings.programDirectory + kJunitStylesheetName, ownXml,
+                     normalisePath(settings.junitFile));
+    } else {
+      loseJunitFile(normalisePath(settings.junitFile));
+    }
+  }
   // The run joins the history once its documents are written.
   if (history && result != ExitStatus::kNotWritten) {
     thisRun.time = historyTimeText();
     thisRun.coverage = std::move(run.coverage);
     history->add(std::move(thisRun));
   }
+  run.renders.tellXsltprocNotFound();
   // The index lists the documents this run has just written; a failure to
   // write it is told and changes nothing else.
   if (settings.index && settings.outDirectory) {

@@ -43,6 +43,8 @@ struct RunSettings {
   bool index = false;
   // "-render".
   HtmlRenderer htmlRenderer = HtmlRenderer::kXsltproc;
+  // "-junit": where the run's JUnit file goes; null without.
+  const char* junitFile = nullptr;
 
   // "-coverage": the documents say how much of each model the test cases
   // went through.

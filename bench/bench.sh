@@ -222,6 +222,19 @@ builtin4k=$(median_of "$work/builtin4k.txt")
 child4k=$(median_of "$work/child4k.txt")
 row "context 4000x24 peak memory (MB), builtin vs child" "$(($(kilobytes "$builtin4k") / 1024))" \
   "$(($(kilobytes "$child4k") / 1024))" "$(ratio "$(kilobytes "$builtin4k")" "$(kilobytes "$child4k")")" 1
+# The same run with -junit: the JUnit file is made after the renders, from
+# the context's document read again, in the memory the renders gave back.
+for round in 1 2 3; do
+  measure_into "$work/junit4k.txt" sh -c "cd '$work/ctx4k' && exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx -render builtin -junit junit.xml"
+  measure_into "$work/plain4k.txt" sh -c "cd '$work/ctx4k' && exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcontext Bench.Ctx -render builtin"
+done
+[ -s "$work/ctx4k/junit.xml" ] ||
+  { echo "bench: the large context's JUnit file is missing" >&2; failures=$((failures + 1)); }
+junit4k=$(median_of "$work/junit4k.txt")
+plain4k=$(median_of "$work/plain4k.txt")
+seconds_row "context 4000x24 with -junit vs without (s)" "$junit4k" "$plain4k" 1.5
+row "context 4000x24 -junit peak memory vs without" "$(($(kilobytes "$junit4k") / 1024))" \
+  "$(($(kilobytes "$plain4k") / 1024))" "$(ratio "$(kilobytes "$junit4k")" "$(kilobytes "$plain4k")")" 1.05
 
 echo "bench: the model coverage of a context of 4000 test cases" >&2
 # The same context as above, its records carrying their progress where the

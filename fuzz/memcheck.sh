@@ -50,6 +50,11 @@ done
 cp -R "$source/tests/scenarios/shop" "$work/shop"
 check "shop, context" 10 "$work/shop" -infofile shop.info -resultfile results.log \
   -outdirectory out -tcontext Pkg.Ctx
+# With its JUnit file, made in process, and with one that cannot be written.
+check "shop, context with -junit" 10 "$work/shop" -infofile shop.info -resultfile results.log \
+  -outdirectory out -tcontext Pkg.Ctx -junit junit.xml
+check "shop, -junit into a missing folder" 10 "$work/shop" -infofile shop.info \
+  -resultfile results.log -outdirectory out -tcontext Pkg.Ctx -junit none/junit.xml
 for case in SdPass:0 CodeFail:10 Missing:11 Undef:12 NoEnd:13; do
   check "shop, ${case%%:*}" "${case##*:}" "$work/shop" -infofile shop.info \
     -resultfile results.log -outdirectory out -tcase "Pkg.Ctx.${case%%:*}"

@@ -1,10 +1,10 @@
 # Browser tests of the HTML reports: Debian's chromium and node, and
 # playwright-core and axe-core from the npm registry
 # (tests/browser/package-lock.json). fonts-nanum gives the Korean screenshots
-# their glyphs. npm comes with some node builds; the Debian package is added
+# their glyphs, fonts-noto-cjk the Chinese and Japanese ones. npm comes with some node builds; the Debian package is added
 # only when the command is missing. Only `make test` installs them: in a build
 # folder without them the browser test reports itself skipped.
-BROWSER_PACKAGES := chromium fonts-nanum nodejs $(if $(shell command -v npm 2>/dev/null),,npm)
+BROWSER_PACKAGES := chromium fonts-nanum fonts-noto-cjk nodejs $(if $(shell command -v npm 2>/dev/null),,npm)
 test browser-deps: PACKAGES += $(BROWSER_PACKAGES)
 
 .PHONY: browser-deps

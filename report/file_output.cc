@@ -8,6 +8,8 @@
 #include <cstring>
 #include <utility>
 
+#include "base/status_line.h"
+
 namespace qendor {
 
 void reportUnwritten(const std::string& path, int error) {
@@ -15,6 +17,7 @@ void reportUnwritten(const std::string& path, int error) {
 }
 
 void reportUnwritten(const std::string& path, std::string_view reason) {
+  clearStatusLine();
   std::fprintf(stderr, "qendor: %s: %.*s\n", path.c_str(), static_cast<int>(reason.size()),
                reason.data());
 }

@@ -10,8 +10,10 @@
 #include <cstddef>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "base/paths.h"
+#include "base/status_line.h"
 #include "report/file_output.h"
 #include "report/libxslt_render.h"
 #include "report/render_workers.h"
@@ -72,6 +74,17 @@ HtmlRenders::HtmlRenders(size_t slots, HtmlRenderer renderer)
 
 HtmlRenders::~HtmlRenders() {
   finishAll();
+  tellXsltprocNotFound();
+}
+
+void HtmlRenders::tellXsltprocNotFound() {
+  if (xsltprocNotFound_ == 0) return;
+  clearStatusLine();
+  // One line for the run: a context of thousands of test cases would
+  // otherwise bury standard error under the same sentence.
+  std::fprintf(stderr, "qendor: xsltproc not found: %zu HTML %s not written\n", xsltprocNotFound_,
+               xsltprocNotFound_ == 1 ? "report" : "reports");
+  xsltprocNotFound_ = 0;
 }
 
 void HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath) {
@@ -88,6 +101,7 @@ void HtmlRenders::start(const std::string& xmlPath, const std::string& htmlPath)
   lastUse_[render.html] = serial;
   waiting_.emplace(sizeOf(render.xml), -serial);
   queue_.push_back(std::move(render));
+  ++unfinished_;
 
   collect(false);
   launchWaiting(serial);
@@ -115,6 +129,7 @@ void HtmlRenders::finishThrough(int64_t serial) {
     // Something before `serial` is still running: every waiting render has
     // a slot or waits behind a running one.
     collect(true);
+    if (waitHook_) waitHook_();
   }
 }
 
@@ -156,7 +171,9 @@ void HtmlRenders::launchXsltproc(int64_t serial) {
   Render& render = at(serial);
   render.xsltproc = startXsltproc(stylesheetPath(), render.xml, render.html);
   if (render.xsltproc.child < 0) {
-    recordEnd(serial, xsltprocOutcome(render.xsltproc, 0, "xsltproc could not be started"));
+    RenderOutcome outcome = xsltprocOutcome(render.xsltproc, 0, "xsltproc could not be started");
+    outcome.xsltprocNotFound = render.xsltproc.notFound;
+    recordEnd(serial, std::move(outcome));
     return;
   }
   running_.push_back(serial);
@@ -227,6 +244,7 @@ void HtmlRenders::recordEnd(int64_t serial, RenderOutcome outcome) {
     break;
   }
   render.done = true;
+  --unfinished_;
   // Warnings said before the render began (the stylesheet's) come first.
   outcome.warnings.insert(0, render.outcome.warnings);
   render.outcome = std::move(outcome);
@@ -236,6 +254,10 @@ void HtmlRenders::reportFinished() {
   while (!queue_.empty() && queue_.front().done) {
     Render& render = queue_.front();
     const RenderOutcome& outcome = render.outcome;
+    if (!outcome.warnings.empty() || outcome.unwritten ||
+        (!outcome.problem.empty() && !outcome.xsltprocNotFound)) {
+      clearStatusLine();
+    }
     if (!outcome.warnings.empty()) {
       std::fflush(stderr);
       writeAll(STDERR_FILENO, outcome.warnings);
@@ -247,7 +269,9 @@ void HtmlRenders::reportFinished() {
       unwritten_.insert(render.html);
     } else {
       unwritten_.erase(render.html);
-      if (!outcome.problem.empty()) {
+      if (outcome.xsltprocNotFound) {
+        ++xsltprocNotFound_;
+      } else if (!outcome.problem.empty()) {
         std::fprintf(stderr, "qendor: HTML report %s not written: %s\n", render.html.c_str(),
                      outcome.problem.c_str());
       }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <queue>
 #include <string>
@@ -56,6 +57,18 @@ class HtmlRenders {
   // Waits for every render and writes their warnings.
   void finishAll();
 
+  // After finishAll(): when renders found no xsltproc, says so on one line
+  // for all of them, "qendor: xsltproc not found: N HTML reports not
+  // written", and counts afresh. The destructor says it too.
+  void tellXsltprocNotFound();
+
+  // The renders queued and not done yet: waiting for a slot or running.
+  size_t unfinished() const { return unfinished_; }
+
+  // Called each time a wait for renders sees one end, so that the caller
+  // can show how many are left; null for none.
+  void setWaitHook(std::function<void()> hook) { waitHook_ = std::move(hook); }
+
   // True when the last finished render to `htmlPath` (normalised) could not
   // write the file (a full disk, a file size limit, a read-only folder). Such
   // a file is removed and its loss told as "qendor: <path>: <reason>".
@@ -96,6 +109,11 @@ class HtmlRenders {
   std::unordered_map<std::string, int64_t> lastUse_;
   // HTML files whose last render could not write them.
   std::unordered_set<std::string> unwritten_;
+  // Renders reported since the last tellXsltprocNotFound() that found no
+  // xsltproc.
+  size_t xsltprocNotFound_ = 0;
+  std::function<void()> waitHook_;
+  size_t unfinished_ = 0;  // queued renders not done
   // With the builtin renderer, from its first render on: the stylesheet,
   // then the threads that apply it (destroyed first).
   std::unique_ptr<CompiledStylesheet> stylesheet_;

@@ -143,8 +143,8 @@ CompiledStylesheet::~CompiledStylesheet() {
   if (style_) xsltFreeStylesheet(style_);
 }
 
-RenderOutcome CompiledStylesheet::render(const std::string& xmlPath,
-                                         const std::string& htmlPath) const {
+RenderOutcome CompiledStylesheet::render(const std::string& xmlPath, const std::string& htmlPath,
+                                         FileOutput::Mode mode) const {
   RenderOutcome outcome;
   if (!style_) {
     outcome.problem = problem_;
@@ -184,7 +184,7 @@ RenderOutcome CompiledStylesheet::render(const std::string& xmlPath,
   }
   // A result without content is no file, as xsltproc saves it.
   if (result->children) {
-    FileOutput file(htmlPath);
+    FileOutput file(htmlPath, mode);
     if (!file.open()) {
       outcome.unwritten = true;
       outcome.reason = std::strerror(file.error());

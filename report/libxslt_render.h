@@ -8,6 +8,7 @@
 
 #include <string>
 
+#include "report/file_output.h"
 #include "report/render_outcome.h"
 
 namespace qendor {
@@ -31,8 +32,10 @@ class CompiledStylesheet {
   // outcome tells, and how, follows xsltproc's exit statuses: a stylesheet
   // or a document that cannot be read gives a problem, a transformation that
   // fails or a file that cannot be written an unwritten report; a result
-  // with nothing in it writes no file.
-  RenderOutcome render(const std::string& xmlPath, const std::string& htmlPath) const;
+  // with nothing in it writes no file. `mode` tells how the file is
+  // written (see FileOutput).
+  RenderOutcome render(const std::string& xmlPath, const std::string& htmlPath,
+                       FileOutput::Mode mode = FileOutput::Mode::kInPlace) const;
 
  private:
   std::string path_;

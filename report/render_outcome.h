@@ -12,6 +12,9 @@ struct RenderOutcome {
   // read-only folder), or was lost as such a report is; `reason` tells why.
   bool unwritten = false;
   std::string reason;
+  // No xsltproc was found to render it: told once for the run, with the
+  // count, instead of in its turn (see `problem`).
+  bool xsltprocNotFound = false;
   // What the render had to say on standard error, shown in its turn.
   std::string warnings;
 };

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <string_view>
 
@@ -128,10 +129,11 @@ XsltprocRun startXsltproc(const std::string& stylesheet, const std::string& xmlP
   // the page into ours: it is not started.
   const bool startable = !run.throughStdout || useActions;
   pid_t child = -1;
-  if (!startable || posix_spawnp(&child, "xsltproc", useActions, nullptr,
-                                 run.throughStdout ? stdoutArgv : argv, environ) != 0) {
-    child = -1;
-  }
+  const int spawned = startable ? posix_spawnp(&child, "xsltproc", useActions, nullptr,
+                                               run.throughStdout ? stdoutArgv : argv, environ)
+                                : -1;
+  if (spawned != 0) child = -1;
+  run.notFound = spawned == ENOENT;
   if (useActions) posix_spawn_file_actions_destroy(useActions);
   run.child = child > 0 ? child : -1;
   return run;

@@ -13,6 +13,7 @@ struct XsltprocRun {
   pid_t child = -1;            // -1 when xsltproc could not be started
   int errors = -1;             // its standard error, kept in memory
   bool throughStdout = false;  // the HTML is its standard output
+  bool notFound = false;       // no xsltproc on the PATH: nothing was started
 };
 
 // Starts xsltproc with `stylesheet` from `xmlPath` to `htmlPath` (file system

@@ -20,6 +20,21 @@
   <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Header values: the pattern of the header's time ({Y}, {M}, {D}, {W}
+       the weekday's word, {T} the clock; empty keeps the time as written),
+       the weekdays, and the word for a user or machine the run did not know. -->
+  <l:strings>
+    <l:s k="date">{Y}年{M}月{D}日 {W} {T}</l:s>
+    <l:s k="wd" src="Mon">星期一</l:s>
+    <l:s k="wd" src="Tue">星期二</l:s>
+    <l:s k="wd" src="Wed">星期三</l:s>
+    <l:s k="wd" src="Thu">星期四</l:s>
+    <l:s k="wd" src="Fri">星期五</l:s>
+    <l:s k="wd" src="Sat">星期六</l:s>
+    <l:s k="wd" src="Sun">星期日</l:s>
+    <l:s k="unknown">未知</l:s>
+  </l:strings>
+
   <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
   <l:strings>
     <l:s k="hist.strip">最近的运行（从旧到新）</l:s>

@@ -20,6 +20,21 @@
   <xsl:variable name="headingBreak" select="'normal'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Header values: the pattern of the header's time ({Y}, {M}, {D}, {W}
+       the weekday's word, {T} the clock; empty keeps the time as written),
+       the weekdays, and the word for a user or machine the run did not know. -->
+  <l:strings>
+    <l:s k="date"></l:s>
+    <l:s k="wd" src="Mon">Mon</l:s>
+    <l:s k="wd" src="Tue">Tue</l:s>
+    <l:s k="wd" src="Wed">Wed</l:s>
+    <l:s k="wd" src="Thu">Thu</l:s>
+    <l:s k="wd" src="Fri">Fri</l:s>
+    <l:s k="wd" src="Sat">Sat</l:s>
+    <l:s k="wd" src="Sun">Sun</l:s>
+    <l:s k="unknown">unknown</l:s>
+  </l:strings>
+
   <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
   <l:strings>
     <l:s k="hist.strip">Last runs, oldest first</l:s>

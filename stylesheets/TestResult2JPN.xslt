@@ -20,6 +20,21 @@
   <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Header values: the pattern of the header's time ({Y}, {M}, {D}, {W}
+       the weekday's word, {T} the clock; empty keeps the time as written),
+       the weekdays, and the word for a user or machine the run did not know. -->
+  <l:strings>
+    <l:s k="date">{Y}年{M}月{D}日({W}) {T}</l:s>
+    <l:s k="wd" src="Mon">月</l:s>
+    <l:s k="wd" src="Tue">火</l:s>
+    <l:s k="wd" src="Wed">水</l:s>
+    <l:s k="wd" src="Thu">木</l:s>
+    <l:s k="wd" src="Fri">金</l:s>
+    <l:s k="wd" src="Sat">土</l:s>
+    <l:s k="wd" src="Sun">日</l:s>
+    <l:s k="unknown">不明</l:s>
+  </l:strings>
+
   <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
   <l:strings>
     <l:s k="hist.strip">直近の実行（古い順）</l:s>

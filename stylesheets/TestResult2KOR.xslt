@@ -20,6 +20,21 @@
   <xsl:variable name="headingBreak" select="'keep-all'"/>
   <xsl:variable name="T" select="document('')/*/l:strings/l:s"/>
 
+  <!-- Header values: the pattern of the header's time ({Y}, {M}, {D}, {W}
+       the weekday's word, {T} the clock; empty keeps the time as written),
+       the weekdays, and the word for a user or machine the run did not know. -->
+  <l:strings>
+    <l:s k="date">{Y}년 {M}월 {D}일 ({W}) {T}</l:s>
+    <l:s k="wd" src="Mon">월</l:s>
+    <l:s k="wd" src="Tue">화</l:s>
+    <l:s k="wd" src="Wed">수</l:s>
+    <l:s k="wd" src="Thu">목</l:s>
+    <l:s k="wd" src="Fri">금</l:s>
+    <l:s k="wd" src="Sat">토</l:s>
+    <l:s k="wd" src="Sun">일</l:s>
+    <l:s k="unknown">알 수 없음</l:s>
+  </l:strings>
+
   <!-- Strings of the earlier runs (TestResultHistory.xslt). -->
   <l:strings>
     <l:s k="hist.strip">최근 실행(오래된 순)</l:s>

@@ -120,10 +120,103 @@
     </xsl:choose>
   </xsl:template>
 
+  <!-- A percentage in the language's pattern. A share that is neither none
+       nor all is never rounded to either: below 0.1 it reads "< 0.1%", above
+       99.9 "> 99.9%". -->
   <xsl:template name="pct">
     <xsl:param name="n"/>
-    <xsl:value-of select="format-number($n, $pctFormat)"/>
+    <xsl:choose>
+      <xsl:when test="$n &gt; 0 and $n &lt; 0.1">
+        <xsl:value-of select="concat('&lt; ', format-number(0.1, $pctFormat))"/>
+      </xsl:when>
+      <xsl:when test="$n &lt; 100 and $n &gt; 99.9">
+        <xsl:value-of select="concat('&gt; ', format-number(99.9, $pctFormat))"/>
+      </xsl:when>
+      <xsl:otherwise><xsl:value-of select="format-number($n, $pctFormat)"/></xsl:otherwise>
+    </xsl:choose>
     <xsl:value-of select="$pctSign"/>
+  </xsl:template>
+
+  <!-- ===== Header values in the report's language ===== -->
+
+  <!-- The header's time, written by the C library as "Sat Nov  2 10:15:42
+       2025", in the language's "date" pattern ({Y} year, {M} month and {D}
+       day as numbers, {W} its "wd" word for the weekday, {T} the clock). An
+       empty pattern, or a time in any other form, shows it as it stands. -->
+  <xsl:template name="header-time">
+    <xsl:param name="text"/>
+    <xsl:variable name="pattern"><xsl:call-template name="t"><xsl:with-param name="k" select="'date'"/></xsl:call-template></xsl:variable>
+    <xsl:variable name="t" select="normalize-space($text)"/>
+    <xsl:variable name="weekday" select="substring-before($t, ' ')"/>
+    <xsl:variable name="rest1" select="substring-after($t, ' ')"/>
+    <xsl:variable name="month" select="substring-before($rest1, ' ')"/>
+    <xsl:variable name="rest2" select="substring-after($rest1, ' ')"/>
+    <xsl:variable name="day" select="substring-before($rest2, ' ')"/>
+    <xsl:variable name="rest3" select="substring-after($rest2, ' ')"/>
+    <xsl:variable name="clock" select="substring-before($rest3, ' ')"/>
+    <xsl:variable name="year" select="substring-after($rest3, ' ')"/>
+    <xsl:variable name="months" select="'JanFebMarAprMayJunJulAugSepOctNovDec'"/>
+    <xsl:variable name="m" select="string-length(substring-before($months, $month)) div 3 + 1"/>
+    <xsl:variable name="w">
+      <xsl:call-template name="word"><xsl:with-param name="k" select="'wd'"/><xsl:with-param name="v" select="$weekday"/></xsl:call-template>
+    </xsl:variable>
+    <xsl:choose>
+      <xsl:when test="string($pattern) and string-length($month) = 3 and contains($months, $month) and $m = floor($m)
+                      and string($day) and string-length($day) &lt;= 2 and translate($day, '0123456789', '') = ''
+                      and string-length($clock) = 8 and translate($clock, '0123456789', '##########') = '##:##:##'
+                      and string-length($year) = 4 and translate($year, '0123456789', '') = ''">
+        <xsl:call-template name="date-fill">
+          <xsl:with-param name="s" select="$pattern"/>
+          <xsl:with-param name="values" select="concat('{Y}', $year, '&#9;{M}', $m, '&#9;{D}', number($day), '&#9;{W}', $w, '&#9;{T}', $clock, '&#9;')"/>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:otherwise><xsl:value-of select="$text"/></xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- `s` with each "{X}" replaced by its value in `values` ("{X}value" and a
+       tab, one after the other). -->
+  <xsl:template name="date-fill">
+    <xsl:param name="s"/>
+    <xsl:param name="values"/>
+    <xsl:choose>
+      <xsl:when test="contains($s, '{') and contains(substring-after($s, '{'), '}')">
+        <xsl:variable name="token" select="concat('{', substring-before(substring-after($s, '{'), '}'), '}')"/>
+        <xsl:value-of select="substring-before($s, '{')"/>
+        <xsl:choose>
+          <xsl:when test="contains($values, $token)">
+            <xsl:value-of select="substring-before(substring-after($values, $token), '&#9;')"/>
+          </xsl:when>
+          <xsl:otherwise><xsl:value-of select="$token"/></xsl:otherwise>
+        </xsl:choose>
+        <xsl:call-template name="date-fill">
+          <xsl:with-param name="s" select="substring-after($s, $token)"/>
+          <xsl:with-param name="values" select="$values"/>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:otherwise><xsl:value-of select="$s"/></xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- A user or machine name: the program writes "unknown" where the
+       environment named none, which the language says in its own word. -->
+  <xsl:template name="known">
+    <xsl:param name="v"/>
+    <xsl:choose>
+      <xsl:when test="$v = 'unknown'"><xsl:call-template name="t"><xsl:with-param name="k" select="'unknown'"/></xsl:call-template></xsl:when>
+      <xsl:otherwise><xsl:value-of select="$v"/></xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- A version as the header joins it, "3.1, build 88": without a build
+       number the ", build " the program writes all the same is left out. -->
+  <xsl:template name="version">
+    <xsl:param name="v"/>
+    <xsl:variable name="cut" select="string-length($v) - string-length(', build ')"/>
+    <xsl:choose>
+      <xsl:when test="$cut &gt;= 0 and substring($v, $cut + 1) = ', build '"><xsl:value-of select="substring($v, 1, $cut)"/></xsl:when>
+      <xsl:otherwise><xsl:value-of select="$v"/></xsl:otherwise>
+    </xsl:choose>
   </xsl:template>
 
   <!-- A sentence of the language file with its "{n}" and "{m}" filled in
@@ -574,18 +667,18 @@
           <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.report'"/></xsl:call-template></caption>
           <xsl:call-template name="field"><xsl:with-param name="k" select="'name'"/><xsl:with-param name="v" select="@name"/></xsl:call-template>
           <xsl:call-template name="field"><xsl:with-param name="k" select="'fullname'"/><xsl:with-param name="v" select="@fullname"/></xsl:call-template>
-          <xsl:call-template name="field"><xsl:with-param name="k" select="'time'"/><xsl:with-param name="v" select="@time"/></xsl:call-template>
+          <xsl:call-template name="field"><xsl:with-param name="k" select="'time'"/><xsl:with-param name="v"><xsl:call-template name="header-time"><xsl:with-param name="text" select="@time"/></xsl:call-template></xsl:with-param></xsl:call-template>
         </table>
       </div>
       <xsl:for-each select="EnvironmentInfo">
         <div class="scroll">
           <table class="card">
             <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'sec.env'"/></xsl:call-template></caption>
-            <xsl:call-template name="field"><xsl:with-param name="k" select="'userName'"/><xsl:with-param name="v" select="@userName"/></xsl:call-template>
-            <xsl:call-template name="field"><xsl:with-param name="k" select="'machineName'"/><xsl:with-param name="v" select="@machineName"/></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'userName'"/><xsl:with-param name="v"><xsl:call-template name="known"><xsl:with-param name="v" select="@userName"/></xsl:call-template></xsl:with-param></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'machineName'"/><xsl:with-param name="v"><xsl:call-template name="known"><xsl:with-param name="v" select="@machineName"/></xsl:call-template></xsl:with-param></xsl:call-template>
             <xsl:call-template name="field"><xsl:with-param name="k" select="'osVersion'"/><xsl:with-param name="v" select="@osVersion"/></xsl:call-template>
-            <xsl:call-template name="field"><xsl:with-param name="k" select="'korvanVersion'"/><xsl:with-param name="v" select="@korvanVersion"/></xsl:call-template>
-            <xsl:call-template name="field"><xsl:with-param name="k" select="'ostraVersion'"/><xsl:with-param name="v" select="@ostraVersion"/></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'korvanVersion'"/><xsl:with-param name="v"><xsl:call-template name="version"><xsl:with-param name="v" select="@korvanVersion"/></xsl:call-template></xsl:with-param></xsl:call-template>
+            <xsl:call-template name="field"><xsl:with-param name="k" select="'ostraVersion'"/><xsl:with-param name="v"><xsl:call-template name="version"><xsl:with-param name="v" select="@ostraVersion"/></xsl:call-template></xsl:with-param></xsl:call-template>
           </table>
         </div>
       </xsl:for-each>

@@ -125,6 +125,20 @@ TEST_F(CommandLine, CoverageIsOffUnlessAskedAndTakesNoValue) {
   EXPECT_TRUE(run().coverage);
 }
 
+TEST_F(CommandLine, JunitFileIsOptional) {
+  EXPECT_TRUE(parse(
+      {"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase", "A.B"}));
+  EXPECT_EQ(run().junitFile, nullptr);
+  EXPECT_TRUE(parse({"qendor", "-junit", "ci\\report.xml", "-infofile", "i", "-resultfile", "r",
+                     "-outdirectory", "o", "-tcontext", "A"}));
+  EXPECT_STREQ(run().junitFile, "ci\\report.xml");
+  // Without its value it counts as not given.
+  resetRun();
+  EXPECT_TRUE(parse({"qendor", "-infofile", "i", "-resultfile", "r", "-outdirectory", "o", "-tcase",
+                     "A.B", "-junit"}));
+  EXPECT_EQ(run().junitFile, nullptr);
+}
+
 TEST_F(CommandLine, UnknownWordsAreSkippedOneByOne) {
   EXPECT_TRUE(parse({"qendor", "stray", "-infofile", "i", "-Resultfile", "-resultfile", "r",
                      "-outdirectory", "o", "-tcase", "A.B"}));

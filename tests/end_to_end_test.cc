@@ -193,7 +193,33 @@ TEST(EndToEnd, MissingXsltprocLeavesXmlAndWarnsOnStderr) {
   EXPECT_EQ(o.status, 0);
   EXPECT_TRUE(wellFormed(s.path("out/SdPass.xml")));
   EXPECT_FALSE(test::fileExists(s.path("out/SdPass.html")));
-  EXPECT_NE(o.err.find("SdPass.html"), std::string::npos) << o.err;
+  EXPECT_EQ(o.err, "qendor: xsltproc not found: 1 HTML report not written\n");
+}
+
+// A context run without xsltproc says so once, at its end, with the count
+// of the reports it could not render; stdout and the exit status stay.
+TEST(EndToEnd, MissingXsltprocIsToldOnceForAContext) {
+  Scenario s("shop");
+  test::TempDir emptyPath;
+  Outcome o = s.run(shopArgs("-tcontext", "Pkg.Ctx"), emptyPath.path());
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.status, 10);
+  EXPECT_EQ(o.err, "qendor: xsltproc not found: 6 HTML reports not written\n");
+  EXPECT_EQ(test::filesIn(s.path("out")),
+            (std::vector<std::string>{"CodeFail.ver", "CodeFail.xml", "Ctx.xml", "Elsewhere.ver",
+                                      "Missing.xml", "NoEnd.xml", "SdPass.ver", "SdPass.xml",
+                                      "Undef.ver", "Undef.xml"}));
+}
+
+// An xsltproc that is there but cannot be started is told for each report.
+TEST(EndToEnd, UnstartableXsltprocIsToldForEachReport) {
+  Scenario s("shop");
+  test::TempDir bin;
+  bin.write("xsltproc", "not a program");  // not executable
+  Outcome o = s.run(shopArgs("-tcase", "Pkg.Ctx.SdPass"), bin.path());
+  EXPECT_EQ(o.status, 0);
+  EXPECT_EQ(o.err,
+            "qendor: HTML report out/SdPass.html not written: xsltproc could not be started\n");
 }
 
 TEST(EndToEnd, StaleHtmlIsDeletedWhenRenderingFails) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/render_fixture.h"
 #include "tests/test_support.h"
@@ -39,6 +40,30 @@ TEST_F(HtmlRendersTest, RunsOverlapUpToTheSlotsAndFinishInOrder) {
                      dir_.file("f4.html") + " not written: xsltproc failed\n");
   EXPECT_EQ(test::readFile(dir_.file("w3.html")), "w3.xml");
   EXPECT_FALSE(test::fileExists(dir_.file("f2.html")));
+}
+
+// How many renders are not done, and a wait that tells each end it sees.
+TEST_F(HtmlRendersTest, UnfinishedRendersAndTheWaitHook) {
+  fake_.hold("h.xml");
+  testing::internal::CaptureStderr();
+  {
+    HtmlRenders renders(1);
+    std::vector<size_t> seen;
+    renders.setWaitHook([&] { seen.push_back(renders.unfinished()); });
+    EXPECT_EQ(renders.unfinished(), 0u);
+    queue(renders, "h");
+    queue(renders, "q");
+    queue(renders, "r");
+    // One slot: h runs, held; q and r wait for it.
+    EXPECT_EQ(renders.unfinished(), 3u);
+    fake_.release("h.xml");
+    renders.finishAll();
+    EXPECT_EQ(renders.unfinished(), 0u);
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.back(), 0u);
+    for (size_t i = 1; i < seen.size(); ++i) EXPECT_LT(seen[i], seen[i - 1]);
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "err h.xml\nerr q.xml\nerr r.xml\n");
 }
 
 TEST_F(HtmlRendersTest, ARunOfTheSameFilesWaitsForTheEarlierOne) {
@@ -138,7 +163,7 @@ TEST_F(HtmlRendersTest, WaitingForAPathRunsTheWaitingRendersBeforeIt) {
   EXPECT_EQ(test::readFile(dir_.file("big.html")), "big.xml");
 }
 
-TEST_F(HtmlRendersTest, MissingXsltprocWarnsInOrder) {
+TEST_F(HtmlRendersTest, MissingXsltprocIsToldOnceWithTheCount) {
   hideXsltproc();
   const std::string stale = dir_.write("b.html", "stale");
   testing::internal::CaptureStderr();
@@ -146,11 +171,16 @@ TEST_F(HtmlRendersTest, MissingXsltprocWarnsInOrder) {
     HtmlRenders renders(2);
     queue(renders, "a");
     renders.start(dir_.file("b.xml"), stale);
+    renders.finishAll();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    testing::internal::CaptureStderr();
+    renders.tellXsltprocNotFound();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "qendor: xsltproc not found: 2 HTML reports not written\n");
+    // Told once: the count starts afresh, and the destructor has nothing to add.
+    testing::internal::CaptureStderr();
   }
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "qendor: HTML report " + dir_.file("a.html") +
-                " not written: xsltproc could not be started\nqendor: HTML report " + stale +
-                " not written: xsltproc could not be started\n");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   EXPECT_FALSE(test::fileExists(stale));
 }
 

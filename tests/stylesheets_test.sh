@@ -356,72 +356,66 @@ for code in $langs; do
   done
 done
 
-# JUnit export: one testcase per test case, failure for FAILED, error for
-# ERROR, NOT_TERMINATED and any other status, counts that agree.
-junit=$sheets/TestResult2JUnit.xslt
-jx() { # sample, then an XPath whose string value is printed
-  xmllint --xpath "$2" "$work/$1.junit.xml" 2>/dev/null
+# Header values in the report's language: the header's time in the
+# language's order, "unknown" in its word, a version without a build number
+# without ", build"; the document keeps them as the program wrote them.
+header_of() { # language, document: the three header cards as "label=value" lines
+  xsltproc "$sheets/TestResult2$1.xslt" "$2" |
+    grep -o '<tr><th scope="row">[^<]*</th><td>[^<]*</td></tr>' |
+    sed 's|<tr><th scope="row">\([^<]*\)</th><td>\([^<]*\)</td></tr>|\1=\2|'
 }
-is() { # description, expected, actual
-  if [ "$2" = "$3" ]; then ok; else bad "$1: expected '$2', got '$3'"; fi
+header_has() { # description, language, document, expected line
+  if header_of "$2" "$3" | grep -F -x -q -- "$4"; then ok; else bad "$1: no line '$4' in: $(header_of "$2" "$3" | tr '\n' '|')"; fi
 }
-for xml in "$samples"/*.xml; do
-  name=$(basename "$xml" .xml)
-  if xsltproc -o "$work/$name.junit.xml" "$junit" "$xml" 2>"$work/err" && [ ! -s "$work/err" ]; then
-    ok
-  else
-    bad "JUnit/$name: xsltproc failed: $(cat "$work/err")"
-  fi
-  check "JUnit/$name: well-formed XML" xmllint --noout "$work/$name.junit.xml"
-done
-if command -v xmllint >/dev/null 2>&1; then
-  c=context
-  is "JUnit/context: tests" 9 "$(jx $c 'string(/testsuites/@tests)')"
-  is "JUnit/context: failures" 1 "$(jx $c 'string(/testsuites/testsuite/@failures)')"
-  is "JUnit/context: errors" 4 "$(jx $c 'string(/testsuites/testsuite/@errors)')"
-  is "JUnit/context: assertions" 7 "$(jx $c 'string(/testsuites/testsuite/properties/property[@name="assertions"]/@value)')"
-  is "JUnit/context: assertions of a test case" 1 \
-    "$(jx $c 'string(//testcase[@name="ReturnItem"]/properties/property[@name="assertions"]/@value)')"
-  is "JUnit/context: no assertions attribute" 0 "$(jx $c 'count(//@assertions)')"
-  is "JUnit/context: timestamp" 2025-11-22T10:15:42 "$(jx $c 'string(/testsuites/testsuite/@timestamp)')"
-  is "JUnit/context: counts kept" '9 1 4 0' \
-    "$(jx $c 'concat(//testsuite/@tests, " ", //testsuite/@failures, " ", //testsuite/@errors, " ", //testsuite/@skipped)')"
-  is "JUnit/context: suite name" Shop.Checkout "$(jx $c 'string(/testsuites/testsuite/@name)')"
-  is "JUnit/context: host" build-07 "$(jx $c 'string(/testsuites/testsuite/@hostname)')"
-  is "JUnit/context: context status" FAILED "$(jx $c 'string(//property[@name="contextStatus"]/@value)')"
-  is "JUnit/context: project" Shop "$(jx $c 'string(//property[@name="projectName"]/@value)')"
-  is "JUnit/context: PASSED has neither" 0 "$(jx $c 'count(//testcase[@name="PlaceOrder"]/*[self::failure or self::error])')"
-  is "JUnit/context: classname" Shop.Checkout "$(jx $c 'string(//testcase[@name="PlaceOrder"]/@classname)')"
-  is "JUnit/context: FAILED is a failure" FAILED "$(jx $c 'string(//testcase[@name="ReturnItem"]/failure/@type)')"
-  is "JUnit/context: failure names the assertion" 'return.cpp:33 FAILED refund == price' \
-    "$(jx $c 'string(//testcase[@name="ReturnItem"]/failure/@message)')"
-  is "JUnit/context: ERROR is an error" ERROR "$(jx $c 'string(//testcase[@name="PayTwice"]/error/@type)')"
-  is "JUnit/context: error message" 'Result verification failed' "$(jx $c 'string(//testcase[@name="PayTwice"]/error/@message)')"
-  is "JUnit/context: NOT_TERMINATED is an error" NOT_TERMINATED "$(jx $c 'string(//testcase[@name="Stalls"]/error/@type)')"
-  is "JUnit/context: UNDEFINED is an error" UNDEFINED "$(jx $c 'string(//testcase[@name="Odd"]/error/@type)')"
-  is "JUnit/context: test cases in order" 'PlaceOrder PayTwice ReturnItem Stalls Missing Chart Parallel Total Odd' \
-    "$(jx $c '//testcase/@name' | sed 's/^ *name="\([^"]*\)"$/\1/' | tr '\n' ' ' | sed 's/ $//')"
-  # The header's time as the C library pads a one-digit day, and in the
-  # words of another locale, which gives no timestamp rather than a wrong one.
-  sed 's/time="[^"]*"/time="Sun Nov  2 07:05:09 2025"/' "$samples/context.xml" >"$work/early.xml"
-  xsltproc -o "$work/early.junit.xml" "$junit" "$work/early.xml"
-  is "JUnit/one-digit day: timestamp" 2025-11-02T07:05:09 "$(jx early 'string(//testsuite/@timestamp)')"
-  sed 's/time="[^"]*"/time="2025年11月22日 10時15分42秒"/' "$samples/context.xml" >"$work/local.xml"
-  xsltproc -o "$work/local.junit.xml" "$junit" "$work/local.xml"
-  is "JUnit/other locale: no timestamp" 0 "$(jx local 'count(//testsuite/@timestamp)')"
-  is "JUnit/other locale: hostname still there" build-07 "$(jx local 'string(//testsuite/@hostname)')"
-  c=testcase_code
-  is "JUnit/testcase: suite is the context" Shop.Checkout "$(jx $c 'string(/testsuites/testsuite/@name)')"
-  is "JUnit/testcase: one test" 1 "$(jx $c 'string(/testsuites/@tests)')"
-  is "JUnit/testcase: one failure" 1 "$(jx $c 'string(/testsuites/@failures)')"
-  is "JUnit/testcase: failure message escaped back" ':21 FAILED total < 0 && x > 1' \
-    "$(jx $c 'string(//failure/@message)')"
-  c=context_empty
-  is "JUnit/empty: no tests" 0 "$(jx $c 'string(/testsuites/@tests)')"
-  is "JUnit/empty: status UNDEFINED" UNDEFINED "$(jx $c 'string(//property[@name="contextStatus"]/@value)')"
-  c=testcase_sd
-  is "JUnit/sd: passed" 0 "$(jx $c 'count(//failure | //error)')"
-fi
+sed 's/korvanVersion="[^"]*"/korvanVersion="3.1, build "/;s/ostraVersion="[^"]*"/ostraVersion=", build 7"/;s/userName="[^"]*"/userName="unknown"/;s/time="[^"]*"/time="Sun Nov  2 07:05:09 2025"/' \
+  "$samples/testcase_code.xml" >"$work/header.xml"
+header_has "ENU: time as written" ENU "$work/header.xml" 'Created=Sun Nov  2 07:05:09 2025'
+header_has "ENU: unknown user" ENU "$work/header.xml" 'User=unknown'
+header_has "ENU: unknown machine" ENU "$work/header.xml" 'Machine=unknown'
+header_has "ENU: version without build" ENU "$work/header.xml" 'Korvan version=3.1'
+header_has "ENU: build without version" ENU "$work/header.xml" 'Ostra version=, build 7'
+header_has "ENU: neither" ENU "$samples/testcase_code.xml" 'Korvan version='
+header_has "ENU: both" ENU "$samples/context.xml" 'Korvan version=3.1, build 88'
+header_has "CHS: time" CHS "$work/header.xml" '创建时间=2025年11月2日 星期日 07:05:09'
+header_has "CHS: unknown" CHS "$work/header.xml" '用户=未知'
+header_has "CHS: version without build" CHS "$work/header.xml" 'Korvan 版本=3.1'
+header_has "CHT: time" CHT "$samples/context.xml" '建立時間=2025年11月22日 星期六 10:15:42'
+header_has "CHT: unknown" CHT "$work/header.xml" '電腦=未知'
+header_has "JPN: time" JPN "$samples/context.xml" '作成日時=2025年11月22日(土) 10:15:42'
+header_has "JPN: unknown" JPN "$work/header.xml" 'ユーザー=不明'
+header_has "KOR: time" KOR "$work/header.xml" '생성 시간=2025년 11월 2일 (일) 07:05:09'
+header_has "KOR: unknown" KOR "$work/header.xml" '컴퓨터=알 수 없음'
+header_has "KOR: known names as they stand" KOR "$samples/context.xml" '사용자=tester'
+sed 's/time="[^"]*"/time="2025年11月22日 10時15分42秒"/' "$samples/context.xml" >"$work/localtime.xml"
+header_has "JPN: a time in another form as it stands" JPN "$work/localtime.xml" '作成日時=2025年11月22日 10時15分42秒'
+check "the document keeps its header" grep -q 'korvanVersion="3.1, build " ostraVersion=", build 7"' "$work/header.xml"
+
+# The pass rate is never rounded to none or all of the test cases.
+context_of() { # passed, failed: a context document with that many test cases
+  awk -v p="$1" -v f="$2" 'BEGIN {
+    print "<?xml version=\"1.0\"?>"
+    print "<TestResult kind=\"rk_testcontext\"><ResultHeader name=\"C\" fullname=\"P.C\" time=\"Sat Nov 22 10:15:42 2025\"/><TestContextResult status=\"FAILED\">"
+    for (i = 0; i < p + f; i++)
+      printf "<TestCaseResult name=\"T%d\" fullname=\"P.C.T%d\" testType=\"tt_Code\" status=\"%s\" verificationResult=\"No result verification for Code TestCases\"><ResultForCode/></TestCaseResult>\n", i, i, i < p ? "PASSED" : "FAILED"
+    print "</TestContextResult></TestResult>"
+  }'
+}
+pass_rate() { # language, passed, failed
+  context_of "$2" "$3" >"$work/rate.xml"
+  xsltproc "$sheets/TestResult2$1.xslt" "$work/rate.xml" | grep -o '<td class="num" id="passrate">[^<]*</td>' |
+    sed 's/<[^>]*>//g'
+}
+is_rate() { # description, expected, language, passed, failed
+  got=$(pass_rate "$3" "$4" "$5")
+  if [ "$got" = "$2" ]; then ok; else bad "$1: expected '$2', got '$got'"; fi
+}
+is_rate "1 of 1001 passed" '&lt; 0.1%' ENU 1 1000
+is_rate "1 of 1001 passed, Japanese" '&lt; 0.1%' JPN 1 1000
+is_rate "1000 of 1001 passed" '&gt; 99.9%' ENU 1000 1
+is_rate "none passed" '0%' ENU 0 3
+is_rate "all passed" '100%' ENU 3 0
+is_rate "1 of 3 passed" '33.3%' ENU 1 2
+is_rate "1 of 1000 passed" '0.1%' ENU 1 999
 
 # The index page of an output folder (qendor -index) in every language: its
 # own words, the status words and labels of the reports, the contexts in the
