@@ -24,7 +24,7 @@
        the weekday's word, {T} the clock; empty keeps the time as written),
        the weekdays, and the word for a user or machine the run did not know. -->
   <l:strings>
-    <l:s k="date"></l:s>
+    <l:s k="date">{W} {N} {D} {T} {Y}</l:s>
     <l:s k="wd" src="Mon">Mon</l:s>
     <l:s k="wd" src="Tue">Tue</l:s>
     <l:s k="wd" src="Wed">Wed</l:s>

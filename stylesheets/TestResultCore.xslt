@@ -139,15 +139,15 @@
 
   <!-- ===== Header values in the report's language ===== -->
 
-  <!-- The header's time, written by the C library as "Sat Nov  2 10:15:42
-       2025", in the language's "date" pattern ({Y} year, {M} month and {D}
-       day as numbers, {W} its "wd" word for the weekday, {T} the clock). An
-       empty pattern, or a time in any other form, shows it as it stands. -->
+  <!-- Every time on the page in one form, the language's "date" pattern ({Y}
+       year, {M} month and {D} day as numbers, {N} the month's three-letter
+       name, {W} the "wd" word of the weekday, {T} the clock): the header's,
+       written by the C library as "Sat Nov  2 10:15:42 2025", and the
+       history's, ISO 8601 in UTC ("2025-11-02T10:15:42Z"), which says "UTC"
+       after it. A time in any other form shows as it stands. -->
   <xsl:template name="header-time">
     <xsl:param name="text"/>
-    <xsl:variable name="pattern"><xsl:call-template name="t"><xsl:with-param name="k" select="'date'"/></xsl:call-template></xsl:variable>
     <xsl:variable name="t" select="normalize-space($text)"/>
-    <xsl:variable name="weekday" select="substring-before($t, ' ')"/>
     <xsl:variable name="rest1" select="substring-after($t, ' ')"/>
     <xsl:variable name="month" select="substring-before($rest1, ' ')"/>
     <xsl:variable name="rest2" select="substring-after($rest1, ' ')"/>
@@ -157,21 +157,56 @@
     <xsl:variable name="year" select="substring-after($rest3, ' ')"/>
     <xsl:variable name="months" select="'JanFebMarAprMayJunJulAugSepOctNovDec'"/>
     <xsl:variable name="m" select="string-length(substring-before($months, $month)) div 3 + 1"/>
-    <xsl:variable name="w">
-      <xsl:call-template name="word"><xsl:with-param name="k" select="'wd'"/><xsl:with-param name="v" select="$weekday"/></xsl:call-template>
-    </xsl:variable>
     <xsl:choose>
-      <xsl:when test="string($pattern) and string-length($month) = 3 and contains($months, $month) and $m = floor($m)
+      <xsl:when test="string-length($month) = 3 and contains($months, $month) and $m = floor($m)
                       and string($day) and string-length($day) &lt;= 2 and translate($day, '0123456789', '') = ''
                       and string-length($clock) = 8 and translate($clock, '0123456789', '##########') = '##:##:##'
                       and string-length($year) = 4 and translate($year, '0123456789', '') = ''">
-        <xsl:call-template name="date-fill">
-          <xsl:with-param name="s" select="$pattern"/>
-          <xsl:with-param name="values" select="concat('{Y}', $year, '&#9;{M}', $m, '&#9;{D}', number($day), '&#9;{W}', $w, '&#9;{T}', $clock, '&#9;')"/>
+        <xsl:call-template name="date-text">
+          <xsl:with-param name="y" select="number($year)"/>
+          <xsl:with-param name="m" select="$m"/>
+          <xsl:with-param name="d" select="number($day)"/>
+          <xsl:with-param name="clock" select="$clock"/>
+          <xsl:with-param name="weekday" select="substring-before($t, ' ')"/>
         </xsl:call-template>
+      </xsl:when>
+      <xsl:when test="string-length($t) = 20 and translate($t, '0123456789', '##########') = '####-##-##T##:##:##Z'">
+        <xsl:variable name="y" select="number(substring($t, 1, 4))"/>
+        <xsl:variable name="mm" select="number(substring($t, 6, 2))"/>
+        <xsl:variable name="d" select="number(substring($t, 9, 2))"/>
+        <!-- The weekday of a Gregorian date (0 Sunday), from the year
+             shifted to start in March. -->
+        <xsl:variable name="ys" select="$y - number($mm &lt; 3)"/>
+        <xsl:variable name="w" select="($ys + floor($ys div 4) - floor($ys div 100) + floor($ys div 400)
+                                        + number(substring('032503514624', $mm, 1)) + $d) mod 7"/>
+        <xsl:call-template name="date-text">
+          <xsl:with-param name="y" select="$y"/>
+          <xsl:with-param name="m" select="$mm"/>
+          <xsl:with-param name="d" select="$d"/>
+          <xsl:with-param name="clock" select="substring($t, 12, 8)"/>
+          <xsl:with-param name="weekday" select="substring('SunMonTueWedThuFriSat', 3 * $w + 1, 3)"/>
+        </xsl:call-template>
+        <xsl:text> UTC</xsl:text>
       </xsl:when>
       <xsl:otherwise><xsl:value-of select="$text"/></xsl:otherwise>
     </xsl:choose>
+  </xsl:template>
+
+  <xsl:template name="date-text">
+    <xsl:param name="y"/>
+    <xsl:param name="m"/>
+    <xsl:param name="d"/>
+    <xsl:param name="clock"/>
+    <xsl:param name="weekday"/>
+    <xsl:variable name="w">
+      <xsl:call-template name="word"><xsl:with-param name="k" select="'wd'"/><xsl:with-param name="v" select="$weekday"/></xsl:call-template>
+    </xsl:variable>
+    <xsl:call-template name="date-fill">
+      <xsl:with-param name="s"><xsl:call-template name="t"><xsl:with-param name="k" select="'date'"/></xsl:call-template></xsl:with-param>
+      <xsl:with-param name="values" select="concat('{Y}', $y, '&#9;{M}', $m, '&#9;{D}', $d, '&#9;{N}',
+                                                   substring('JanFebMarAprMayJunJulAugSepOctNovDec', 3 * $m - 2, 3),
+                                                   '&#9;{W}', $w, '&#9;{T}', $clock, '&#9;')"/>
+    </xsl:call-template>
   </xsl:template>
 
   <!-- `s` with each "{X}" replaced by its value in `values` ("{X}value" and a

@@ -99,7 +99,9 @@
   <!-- "Run 12 (time)" of the TestCaseRun in context. -->
   <xsl:template name="history-run-name">
     <xsl:call-template name="t"><xsl:with-param name="k" select="'hist.run'"/></xsl:call-template>
-    <xsl:value-of select="concat(' ', ../@number, ' (', ../@time, ')')"/>
+    <xsl:value-of select="concat(' ', ../@number, ' (')"/>
+    <xsl:call-template name="header-time"><xsl:with-param name="text" select="../@time"/></xsl:call-template>
+    <xsl:text>)</xsl:text>
   </xsl:template>
 
   <!-- "Run 12: Failed" of the TestCaseRun in context. -->
@@ -284,7 +286,7 @@
             <tbody>
               <tr>
                 <th scope="row"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.now'"/></xsl:call-template></th>
-                <td><xsl:value-of select="../ResultHeader/@time"/></td>
+                <td><xsl:call-template name="header-time"><xsl:with-param name="text" select="../ResultHeader/@time"/></xsl:call-template></td>
                 <td><xsl:call-template name="badge"><xsl:with-param name="s" select="../TestContextResult/@status"/></xsl:call-template></td>
                 <td class="num"><xsl:value-of select="$nowPassed"/></td>
                 <td class="num"><xsl:value-of select="$nowTotal - $nowPassed"/></td>
@@ -292,7 +294,7 @@
               <xsl:for-each select="$runs">
                 <tr>
                   <th scope="row"><xsl:value-of select="@number"/></th>
-                  <td><xsl:value-of select="@time"/></td>
+                  <td><xsl:call-template name="header-time"><xsl:with-param name="text" select="@time"/></xsl:call-template></td>
                   <td><xsl:call-template name="badge"><xsl:with-param name="s" select="@status"/></xsl:call-template></td>
                   <td class="num"><xsl:value-of select="count(TestCaseRun[@status = 'PASSED'])"/></td>
                   <td class="num"><xsl:value-of select="count(TestCaseRun[@status != 'PASSED' or not(@status)])"/></td>

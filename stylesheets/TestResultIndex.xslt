@@ -310,7 +310,7 @@
         <xsl:call-template name="index-fact"><xsl:with-param name="k" select="'projectName'"/><xsl:with-param name="v" select="@projectName"/></xsl:call-template>
         <xsl:call-template name="index-fact"><xsl:with-param name="k" select="'componentName'"/><xsl:with-param name="v" select="@componentName"/></xsl:call-template>
         <xsl:call-template name="index-fact"><xsl:with-param name="k" select="'configurationName'"/><xsl:with-param name="v" select="@configurationName"/></xsl:call-template>
-        <xsl:call-template name="index-fact"><xsl:with-param name="k" select="'time'"/><xsl:with-param name="v" select="@time"/></xsl:call-template>
+        <xsl:call-template name="index-fact"><xsl:with-param name="k" select="'time'"/><xsl:with-param name="v"><xsl:call-template name="header-time"><xsl:with-param name="text" select="@time"/></xsl:call-template></xsl:with-param></xsl:call-template>
         <span>
           <xsl:call-template name="xw"><xsl:with-param name="k" select="'file'"/></xsl:call-template>
           <xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template>

@@ -369,8 +369,18 @@ header_has() { # description, language, document, expected line
 }
 sed 's/korvanVersion="[^"]*"/korvanVersion="3.1, build "/;s/ostraVersion="[^"]*"/ostraVersion=", build 7"/;s/userName="[^"]*"/userName="unknown"/;s/time="[^"]*"/time="Sun Nov  2 07:05:09 2025"/' \
   "$samples/testcase_code.xml" >"$work/header.xml"
-header_has "ENU: time as written" ENU "$work/header.xml" 'Created=Sun Nov  2 07:05:09 2025'
+header_has "ENU: time in one form" ENU "$work/header.xml" 'Created=Sun Nov 2 07:05:09 2025'
 header_has "ENU: unknown user" ENU "$work/header.xml" 'User=unknown'
+# The history's UTC times in the same form, with their weekday worked out:
+# across a leap day, a century and the turn of a year.
+for pair in '2024-02-29T23:59:59Z|Thu Feb 29 23:59:59 2024 UTC' '2000-01-01T00:00:00Z|Sat Jan 1 00:00:00 2000 UTC' \
+            '2026-11-25T12:00:00Z|Wed Nov 25 12:00:00 2026 UTC' '1900-03-01T08:30:00Z|Thu Mar 1 08:30:00 1900 UTC'; do
+  iso=${pair%%|*}
+  sed "s/<Run number=\"2\" time=\"[^\"]*\"/<Run number=\"2\" time=\"$iso\"/" "$samples/context_history.xml" >"$work/when.xml"
+  xsltproc "$sheets/TestResult2ENU.xslt" "$work/when.xml" >"$work/when.html" 2>/dev/null
+  check "ENU: history time $iso" has "$work/when.html" "<td>${pair#*|}</td>"
+done
+
 header_has "ENU: unknown machine" ENU "$work/header.xml" 'Machine=unknown'
 header_has "ENU: version without build" ENU "$work/header.xml" 'Korvan version=3.1'
 header_has "ENU: build without version" ENU "$work/header.xml" 'Ostra version=, build 7'
