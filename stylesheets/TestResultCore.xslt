@@ -65,6 +65,22 @@
   <!-- Assertions that did not pass, by their test case. -->
   <xsl:key name="bad-by-case" match="AssertionInfo[@status != 'PASSED']" use="generate-id(../..)"/>
 
+  <!-- ===== Large contexts ===== -->
+  <!-- A context of more than 500 test cases or 10,000 assertions is "large":
+       a browser would hold a million elements if every assertion were a
+       table row, so only the first ten problems open as full blocks; every
+       other test case keeps its assertions as lines of text in one element
+       (found by the browser's find, printed, read without scripts), which the
+       script turns into the table when the reader opens it. Its problems are
+       listed grouped by status, verdict and first failure. -->
+  <xsl:variable name="allCases" select="/TestResult/TestContextResult/TestCaseResult"/>
+  <xsl:variable name="large" select="count($allCases) &gt; 500 or count($allCases/*/AssertionInfo) &gt; 10000"/>
+  <xsl:variable name="openProblems" select="$allCases[not(@status = 'PASSED')][position() &lt;= 10]"/>
+  <!-- Problems with the same status, verdict and first failing assertion. -->
+  <xsl:key name="problem-group" match="TestCaseResult[not(@status = 'PASSED')]"
+           use="concat(@status, '&#9;', @verificationResult, '&#9;', (*/AssertionInfo[not(@status = 'PASSED')])[1]/@sdiname, '/',
+                       (*/AssertionInfo[not(@status = 'PASSED')])[1]/@msgid, '/', (*/AssertionInfo[not(@status = 'PASSED')])[1]/@name)"/>
+
   <!-- The strings of the language file, by key and by key and value (a tab
        between the two, which an attribute value of the strings cannot hold).
        Looked up with the strings document as the context, see "t". -->
@@ -802,6 +818,9 @@
       <xsl:when test="not($bad)">
         <p class="empty ok-note"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.problems'"/></xsl:call-template></p>
       </xsl:when>
+      <xsl:when test="$large">
+        <xsl:call-template name="problem-groups"><xsl:with-param name="bad" select="$bad"/></xsl:call-template>
+      </xsl:when>
       <xsl:otherwise>
         <div class="scroll">
         <table class="grid problems">
@@ -855,6 +874,79 @@
         </div>
       </xsl:otherwise>
     </xsl:choose>
+  </xsl:template>
+
+  <!-- The problems of a large context, a row for each status, verdict and
+       first failing assertion that they share: the first five test cases
+       linked, the others in a closed list (still found by the browser's find).
+       The first test case's failure stands for the group's. -->
+  <xsl:template name="problem-groups">
+    <xsl:param name="bad"/>
+    <div class="scroll">
+    <table class="grid problems grouped">
+      <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'problems.grouped'"/></xsl:call-template></caption>
+      <thead>
+        <tr>
+          <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'testCase'"/></xsl:call-template></th>
+          <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'status'"/></xsl:call-template></th>
+          <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'mp.label'"/></xsl:call-template></th>
+          <th scope="col"><xsl:call-template name="t"><xsl:with-param name="k" select="'firstFailure'"/></xsl:call-template></th>
+        </tr>
+      </thead>
+      <tbody>
+        <xsl:for-each select="$bad">
+          <xsl:variable name="group" select="key('problem-group', concat(@status, '&#9;', @verificationResult, '&#9;',
+              (*/AssertionInfo[not(@status = 'PASSED')])[1]/@sdiname, '/', (*/AssertionInfo[not(@status = 'PASSED')])[1]/@msgid, '/',
+              (*/AssertionInfo[not(@status = 'PASSED')])[1]/@name))"/>
+          <xsl:if test="generate-id($group[1]) = generate-id()">
+            <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
+            <xsl:variable name="first" select="key('bad-by-case', generate-id())[1]"/>
+            <tr>
+              <xsl:attribute name="data-status"><xsl:call-template name="status-key"><xsl:with-param name="s" select="string(@status)"/></xsl:call-template></xsl:attribute>
+              <th scope="row">
+                <span class="n"><xsl:call-template name="int"><xsl:with-param name="n" select="count($group)"/></xsl:call-template></span>
+                <xsl:text> </xsl:text>
+                <xsl:for-each select="$group[position() &lt;= 5]">
+                  <xsl:if test="position() != 1"><xsl:call-template name="t"><xsl:with-param name="k" select="'sep'"/></xsl:call-template></xsl:if>
+                  <a><xsl:attribute name="href">#<xsl:call-template name="case-id"/></xsl:attribute><xsl:value-of select="@name"/></a>
+                </xsl:for-each>
+                <xsl:if test="count($group) &gt; 5">
+                  <details class="more">
+                    <summary>
+                      <xsl:call-template name="fmt">
+                        <xsl:with-param name="k" select="'problems.more'"/>
+                        <xsl:with-param name="n"><xsl:call-template name="int"><xsl:with-param name="n" select="count($group) - 5"/></xsl:call-template></xsl:with-param>
+                      </xsl:call-template>
+                    </summary>
+                    <xsl:for-each select="$group[position() &gt; 5]">
+                      <xsl:if test="position() != 1"><xsl:call-template name="t"><xsl:with-param name="k" select="'sep'"/></xsl:call-template></xsl:if>
+                      <a><xsl:attribute name="href">#<xsl:call-template name="case-id"/></xsl:attribute><xsl:value-of select="@name"/></a>
+                    </xsl:for-each>
+                  </details>
+                </xsl:if>
+              </th>
+              <td><xsl:call-template name="badge"><xsl:with-param name="s" select="@status"/></xsl:call-template></td>
+              <td><xsl:call-template name="vr"><xsl:with-param name="k" select="'mp'"/></xsl:call-template></td>
+              <td>
+                <xsl:choose>
+                  <xsl:when test="$first">
+                    <xsl:for-each select="$first">
+                      <xsl:variable name="nr"><xsl:number/></xsl:variable>
+                      <a href="#{$cid}-a{$nr}"><xsl:call-template name="assert-text"/></a>
+                      <xsl:call-template name="where"/>
+                    </xsl:for-each>
+                  </xsl:when>
+                  <xsl:otherwise>
+                    <span class="muted"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.failing'"/></xsl:call-template></span>
+                  </xsl:otherwise>
+                </xsl:choose>
+              </td>
+            </tr>
+          </xsl:if>
+        </xsl:for-each>
+      </tbody>
+    </table>
+    </div>
   </xsl:template>
 
   <!-- The words of an assertion: SD instance, message and user message, or
@@ -918,13 +1010,16 @@
     <xsl:variable name="key"><xsl:call-template name="status-key"><xsl:with-param name="s" select="$status"/></xsl:call-template></xsl:variable>
     <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
     <xsl:variable name="sd" select="ResultForSD/SDSummaryInfo/SDResults/SDResult[1]"/>
+    <!-- In a large context: a closed block with its assertions as text. -->
+    <xsl:variable name="lite" select="$large and not($open) and count($openProblems | .) != count($openProblems)"/>
     <details id="{$cid}" data-status="{$key}">
       <xsl:attribute name="class">
         <xsl:text>case </xsl:text>
         <xsl:call-template name="status-class"><xsl:with-param name="s" select="$status"/></xsl:call-template>
         <xsl:if test="$status != 'PASSED'"> problem</xsl:if>
+        <xsl:if test="$lite"> lite</xsl:if>
       </xsl:attribute>
-      <xsl:if test="$open or $status != 'PASSED'"><xsl:attribute name="open">open</xsl:attribute></xsl:if>
+      <xsl:if test="$open or ($status != 'PASSED' and not($lite))"><xsl:attribute name="open">open</xsl:attribute></xsl:if>
       <summary>
         <xsl:call-template name="badge"><xsl:with-param name="s" select="$status"/></xsl:call-template>
         <xsl:text> </xsl:text>
@@ -944,6 +1039,11 @@
           </xsl:if>
         </span>
       </summary>
+      <xsl:choose>
+        <xsl:when test="$lite">
+          <xsl:call-template name="lite-body"><xsl:with-param name="cid" select="$cid"/></xsl:call-template>
+        </xsl:when>
+        <xsl:otherwise>
       <div class="body">
         <div class="scroll">
         <table class="card facts-table">
@@ -966,12 +1066,122 @@
         </div>
         <xsl:apply-templates select="Diagnosis">
           <xsl:with-param name="cid" select="$cid"/>
+          <xsl:with-param name="heading" select="substring('h3h4', 1 + 2 * not($open), 2)"/>
         </xsl:apply-templates>
         <xsl:apply-templates select="ResultForSD | ResultForCode">
           <xsl:with-param name="cid" select="$cid"/>
         </xsl:apply-templates>
       </div>
+        </xsl:otherwise>
+      </xsl:choose>
     </details>
+  </xsl:template>
+
+  <!-- The body of a closed block of a large context: the facts in one line
+       and each assertion as a line of text, its columns apart by tabs, the
+       heads first. The script makes the table of it when the block is
+       opened by hand or a link points at one of its rows. -->
+  <xsl:template name="lite-body">
+    <xsl:param name="cid"/>
+    <xsl:variable name="colon"><xsl:call-template name="t"><xsl:with-param name="k" select="'colon'"/></xsl:call-template></xsl:variable>
+    <xsl:variable name="results" select="ResultForSD | ResultForCode"/>
+    <xsl:variable name="sd" select="boolean(ResultForSD)"/>
+    <div class="body">
+      <p class="lite-facts">
+        <span><xsl:call-template name="t"><xsl:with-param name="k" select="'fullname'"/></xsl:call-template><xsl:value-of select="$colon"/><xsl:value-of select="@fullname"/></span>
+        <xsl:text> </xsl:text>
+        <span><xsl:call-template name="t"><xsl:with-param name="k" select="'verificationResult'"/></xsl:call-template><xsl:value-of select="$colon"/><xsl:call-template name="word"><xsl:with-param name="k" select="'vr'"/><xsl:with-param name="v" select="@verificationResult"/></xsl:call-template></span>
+        <xsl:for-each select="ResultForSD/SDSummaryInfo/SDResults/SDResult">
+          <xsl:text> </xsl:text>
+          <span><xsl:call-template name="t"><xsl:with-param name="k" select="'cov.coverage'"/></xsl:call-template><xsl:value-of select="$colon"/><xsl:value-of select="concat(@sdname, ' ', @coverage, $pctSign, ' (', @value, '/', @max, ')')"/></span>
+        </xsl:for-each>
+      </p>
+      <xsl:apply-templates select="Diagnosis">
+        <xsl:with-param name="cid" select="$cid"/>
+      </xsl:apply-templates>
+      <xsl:if test="ResultForSD/UsedSDs/UsedSD or ResultForSD/SDSummaryInfo/SDResults/SDResult/SDs">
+        <div class="images">
+          <xsl:for-each select="ResultForSD/UsedSDs/UsedSD">
+            <xsl:call-template name="image"><xsl:with-param name="k" select="'img.model'"/></xsl:call-template>
+          </xsl:for-each>
+          <xsl:for-each select="ResultForSD/SDSummaryInfo/SDResults/SDResult/SDs">
+            <xsl:call-template name="image"><xsl:with-param name="k" select="'img.result'"/></xsl:call-template>
+          </xsl:for-each>
+        </div>
+      </xsl:if>
+      <xsl:choose>
+        <xsl:when test="not($results/AssertionInfo)">
+          <p class="empty"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.assertions'"/></xsl:call-template></p>
+        </xsl:when>
+        <xsl:otherwise>
+          <pre class="lite-rows" data-kind="{substring('sdcode', 1 + 2 * not($sd), 2 + 2 * not($sd))}">
+            <xsl:attribute name="data-caption">
+              <xsl:call-template name="t"><xsl:with-param name="k" select="'sec.assertions'"/></xsl:call-template>
+              <xsl:text> (</xsl:text>
+              <xsl:call-template name="int"><xsl:with-param name="n" select="count($results/AssertionInfo)"/></xsl:call-template>
+              <xsl:text>)</xsl:text>
+            </xsl:attribute>
+            <xsl:text>#&#9;</xsl:text>
+            <xsl:call-template name="t"><xsl:with-param name="k" select="'status'"/></xsl:call-template>
+            <xsl:text>&#9;</xsl:text>
+            <xsl:choose>
+              <xsl:when test="$sd">
+                <xsl:call-template name="t"><xsl:with-param name="k" select="'col.sdiname'"/></xsl:call-template> / <xsl:call-template name="t"><xsl:with-param name="k" select="'col.msgid'"/></xsl:call-template>
+                <xsl:text>&#9;</xsl:text>
+                <xsl:call-template name="t"><xsl:with-param name="k" select="'col.usermsg'"/></xsl:call-template>
+                <xsl:text>&#9;</xsl:text>
+                <xsl:call-template name="t"><xsl:with-param name="k" select="'col.inr'"/></xsl:call-template> / <xsl:call-template name="t"><xsl:with-param name="k" select="'col.onr'"/></xsl:call-template>
+                <xsl:text>&#9;</xsl:text>
+                <xsl:call-template name="t"><xsl:with-param name="k" select="'col.arbiter'"/></xsl:call-template>
+                <xsl:text>&#9;</xsl:text>
+                <xsl:call-template name="t"><xsl:with-param name="k" select="'col.guid'"/></xsl:call-template>
+              </xsl:when>
+              <xsl:otherwise>
+                <xsl:call-template name="t"><xsl:with-param name="k" select="'col.name'"/></xsl:call-template>
+              </xsl:otherwise>
+            </xsl:choose>
+            <xsl:text>&#9;</xsl:text>
+            <xsl:call-template name="t"><xsl:with-param name="k" select="'col.dir'"/></xsl:call-template>
+            <xsl:text>&#9;</xsl:text>
+            <xsl:call-template name="t"><xsl:with-param name="k" select="'col.fileLine'"/></xsl:call-template>
+            <xsl:for-each select="$results/AssertionInfo">
+              <xsl:text>&#10;</xsl:text>
+              <xsl:value-of select="position()"/>
+              <xsl:text>&#9;</xsl:text>
+              <xsl:choose>
+                <xsl:when test="@status = 'PASSED'"><xsl:value-of select="$w.PASSED"/></xsl:when>
+                <xsl:otherwise><xsl:call-template name="row-status"/></xsl:otherwise>
+              </xsl:choose>
+              <xsl:text>&#9;</xsl:text>
+              <xsl:choose>
+                <xsl:when test="$sd">
+                  <xsl:value-of select="translate(concat(@sdiname, ' / ', @msgid), '&#9;&#10;&#13;', '   ')"/>
+                  <xsl:text>&#9;</xsl:text>
+                  <xsl:value-of select="translate(concat(@usermsg, substring(' ', 1, string-length(@name)), @name), '&#9;&#10;&#13;', '   ')"/>
+                  <xsl:text>&#9;</xsl:text>
+                  <xsl:if test="string(@inr) or string(@onr)">
+                    <xsl:value-of select="concat(substring-before(concat(@inr, ' '), ' '), ' / ', substring-before(concat(@onr, ' '), ' '))"/>
+                  </xsl:if>
+                  <xsl:text>&#9;</xsl:text>
+                  <xsl:choose>
+                    <xsl:when test="@arbiterAssert = 'internal'"><xsl:value-of select="$w.internal"/></xsl:when>
+                    <xsl:when test="@arbiterAssert = 'external'"><xsl:value-of select="$w.external"/></xsl:when>
+                    <xsl:otherwise><xsl:value-of select="@arbiterAssert"/></xsl:otherwise>
+                  </xsl:choose>
+                  <xsl:text>&#9;</xsl:text>
+                  <xsl:choose>
+                    <xsl:when test="starts-with(@guid, 'GUID ')"><xsl:value-of select="substring(@guid, 6)"/></xsl:when>
+                    <xsl:otherwise><xsl:value-of select="@guid"/></xsl:otherwise>
+                  </xsl:choose>
+                </xsl:when>
+                <xsl:otherwise><xsl:value-of select="translate(@name, '&#9;&#10;&#13;', '   ')"/></xsl:otherwise>
+              </xsl:choose>
+              <xsl:value-of select="concat('&#9;', @dir, '&#9;', @filename, ':', @lnr)"/>
+            </xsl:for-each>
+          </pre>
+        </xsl:otherwise>
+      </xsl:choose>
+    </div>
   </xsl:template>
 
   <xsl:template match="ResultForSD">
@@ -1315,10 +1525,10 @@ svg.bar{display:block;width:100%;height:18px;margin:12px 0 0;border-radius:4px;b
 svg.bar rect{fill:var(--bar);stroke:var(--card);stroke-width:2px;vector-effect:non-scaling-stroke;}
 .problems th a{font-weight:700;}
 .ok-note{color:var(--pass);font-style:normal;font-weight:600;}
-.case{background:var(--card);border:1px solid var(--line);border-left:6px solid var(--c);border-radius:6px;margin:10px 0;content-visibility:auto;contain-intrinsic-size:auto 48px;}
+.case{background:var(--card);border:1px solid var(--line);border-left:6px solid var(--c);border-radius:6px;margin:10px 0;}
 .case>summary{cursor:pointer;padding:9px 12px;list-style-position:inside;}
 .case>summary .name{display:inline;font-weight:700;font-size:1.05em;margin:0 6px 0 0;overflow-wrap:anywhere;}
-details.case,tr[id],h2[id],main{scroll-margin-top:calc(var(--toolbar) + 10px);}
+details.case,tr[id],h2[id],main{scroll-margin-top:10px;}
 details.case:target{outline:3px solid var(--focus);outline-offset:2px;}
 tr:target>*{background:var(--hit) !important;}
 tr:target>th:first-child{box-shadow:inset 4px 0 0 var(--focus);}
@@ -1361,6 +1571,27 @@ body{background:#fff;color:#000;font-size:11pt;}
 }
 @media print{details::details-content{content-visibility:visible;display:block;}}
 </xsl:text>
+    <!-- Landing and focus below the sticky toolbar (the html element's scroll
+         padding is the toolbar's height, which the script measures), the
+         status filters as classes of main, the closed blocks of a large
+         context, the toolbar on a phone, and paper in the light palette
+         whatever the screen's scheme. -->
+    <xsl:text>html{scroll-padding-top:var(--toolbar);}
+details.case:not([open]){content-visibility:auto;contain-intrinsic-size:auto 42px;}
+@media (max-width:600px){details.case:not([open]){contain-intrinsic-size:auto 92px;}}
+main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],main.hide-ERROR tr[data-status=ERROR],main.hide-UNDEFINED tr[data-status=UNDEFINED]{display:none;}
+.lite-facts{margin:0 0 8px;color:var(--muted);font-size:.88em;}
+.lite-facts span+span::before{content:" \b7  ";}
+pre.lite-rows{margin:0;white-space:pre-wrap;overflow-wrap:anywhere;tab-size:3;font-family:ui-monospace,SFMono-Regular,Menlo,Consolas,monospace;font-size:.82em;line-height:1.5;}
+.problems.grouped th .n{font-variant-numeric:tabular-nums;margin-right:4px;}
+.problems.grouped th{font-weight:400;}
+.problems details.more{display:inline;}
+.problems details.more>summary{display:inline;cursor:pointer;color:var(--muted);}
+.problems details.more[open]>summary{display:block;}
+@media (max-width:600px){.controls{gap:4px 10px;padding:4px 0;margin-top:8px;}.keys{display:none;}.search input{width:9em;}.filters legend{float:none;display:block;margin:0;}}
+@media print{:root[data-theme],:root:not([data-theme]){color-scheme:light;--bg:#f6f7f9;--fg:#1f2328;--card:#fff;--line:#d0d7de;--soft:#eef1f4;--muted:#57606a;--link:#0550ae;--focus:#0969da;
+--pass:#0f6b3a;--pass-bg:#dcf5e6;--fail:#b01c0c;--fail-bg:#ffe8e3;--error:#8a4b00;--error-bg:#fff1d6;--nt:#6a2fa8;--nt-bg:#f3e8ff;--other:#424a53;--other-bg:#eaeef2;--bad-row:#fff6f4;--hit:#fff1a6;}}
+</xsl:text>
   </xsl:template>
 
   <!-- ===== Script ===== -->
@@ -1375,14 +1606,30 @@ body{background:#fff;color:#000;font-size:11pt;}
   var doc = document, root = doc.documentElement;
   var controls = doc.getElementById('controls');
   if (!controls) return;
-  var cases = Array.prototype.slice.call(doc.querySelectorAll('details.case'));
-  var boxes = Array.prototype.slice.call(controls.querySelectorAll('.filters input'));
+  var slice = function (list) { return Array.prototype.slice.call(list); };
+  var main = doc.getElementById('main');
+  var cases = slice(doc.querySelectorAll('details.case'));
+  var boxes = slice(controls.querySelectorAll('.filters input'));
   var q = doc.getElementById('q');
   var nomatch = doc.getElementById('nomatch');
   var shownNote = doc.getElementById('shown');
-  var problemRows = Array.prototype.slice.call(doc.querySelectorAll('table.problems tbody tr[data-case]'));
+  var problemRows = slice(doc.querySelectorAll('table.problems tbody tr[data-case]'));
   var themeButton = doc.getElementById('theme');
-  var texts = null, current = -1;
+  var current = -1;
+
+  // Per test case, by its place in the page: status key, whether the
+  // search finds it, its text (lowercase, read once), whether rows are
+  // hidden. The status filters are also classes of main, which hide the
+  // grouped problems of a large context.
+  var index = {};
+  var statuses = cases.map(function (c, i) { index[c.id] = i; return c.getAttribute('data-status'); });
+  var found = cases.map(function () { return true; });
+  var texts = [], heads = [], rowsHidden = [];
+  var off = {};
+  var problemCase = problemRows.map(function (r) {
+    var i = index[r.getAttribute('data-case')];
+    return i === undefined ? -1 : i;
+  });
 
   function store(key, value) { try { localStorage.setItem(key, value); } catch (e) {} }
   function load(key) { try { return localStorage.getItem(key); } catch (e) { return null; } }
@@ -1404,10 +1651,54 @@ body{background:#fff;color:#000;font-size:11pt;}
   showTheme();
 
   function caseText(i) {
-    if (!texts) texts = [];
     if (texts[i] === undefined) texts[i] = cases[i].textContent.toLowerCase();
     return texts[i];
   }
+  function headText(i) {
+    if (heads[i] === undefined) heads[i] = cases[i].querySelector('summary').textContent.toLowerCase();
+    return heads[i];
+  }
+  function shown(i) { return found[i] &amp;&amp; !off[statuses[i]]; }
+
+  // The assertion lines of a closed block of a large context made into the
+  // table that a full block has, with the same anchors and row classes.
+  var words = {};
+  boxes.forEach(function (b) {
+    var badge = b.parentNode.querySelector('.badge');
+    words[b.value] = badge ? badge.lastChild.textContent.trim() : '';
+  });
+  function esc(t) { return t.replace(/&amp;/g, '&amp;amp;').replace(/&lt;/g, '&amp;lt;').replace(/"/g, '&amp;quot;'); }
+  function upgrade(c) {
+    var pre = c.querySelector('pre.lite-rows');
+    c.classList.remove('lite');
+    if (!pre) return;
+    var lines = pre.textContent.split('\n');
+    var html = ['&lt;table class="grid asserts ', pre.getAttribute('data-kind'), '"&gt;&lt;caption&gt;',
+                esc(pre.getAttribute('data-caption')), '&lt;/caption&gt;&lt;thead&gt;&lt;tr&gt;'];
+    lines[0].split('\t').forEach(function (h) { html.push('&lt;th scope="col"&gt;', esc(h), '&lt;/th&gt;'); });
+    html.push('&lt;/tr&gt;&lt;/thead&gt;&lt;tbody&gt;');
+    for (var k = 1; k &lt; lines.length; k++) {
+      var cells = lines[k].split('\t');
+      var id = esc(c.id + '-a' + cells[0]);
+      var st = cells[1] === words.PASSED ? '' : cells[1] === words.FAILED ? 'bad st-fail'
+             : cells[1] === words.ERROR ? 'bad st-error' : 'bad st-other';
+      html.push('&lt;tr id="', id, st ? '" class="' + st : '', '"&gt;&lt;th&gt;&lt;a href="#', id, '"&gt;', esc(cells[0]), '&lt;/a&gt;&lt;/th&gt;');
+      for (var n = 1; n &lt; cells.length; n++) html.push('&lt;td&gt;', esc(cells[n]), '&lt;/td&gt;');
+      html.push('&lt;/tr&gt;');
+    }
+    var box = doc.createElement('div');
+    box.className = 'scroll';
+    box.innerHTML = html.join('') + '&lt;/tbody&gt;&lt;/table&gt;';
+    pre.parentNode.replaceChild(box, pre);
+    texts[index[c.id]] = undefined;
+  }
+  // Opened by hand: the table. Opened by the browser's find: the lines stay,
+  // so that the match it marks stays where it is.
+  main.addEventListener('click', function (e) {
+    var s = e.target.closest &amp;&amp; e.target.closest('summary');
+    var c = s &amp;&amp; s.parentNode;
+    if (c &amp;&amp; !c.open &amp;&amp; c.classList.contains('lite')) upgrade(c);
+  });
 
   function state() {
     var hidden = boxes.filter(function (b) { return !b.checked; }).map(function (b) { return b.value; });
@@ -1417,32 +1708,54 @@ body{background:#fff;color:#000;font-size:11pt;}
     return parts.join('&amp;');
   }
 
+  var batch = 0, nextShown = 0;
+  function showSome() {
+    var end = Math.min(cases.length, nextShown + 300);
+    for (; nextShown !== end; nextShown++) {
+      if (cases[nextShown].hidden &amp;&amp; shown(nextShown)) cases[nextShown].hidden = false;
+    }
+    batch = nextShown === cases.length ? 0 : requestAnimationFrame(showSome);
+  }
+
   function apply(writeHash) {
-    var shown = {};
-    boxes.forEach(function (b) { shown[b.value] = b.checked; });
+    off = {};
+    boxes.forEach(function (b) {
+      off[b.value] = !b.checked;
+      main.classList.toggle('hide-' + b.value, !b.checked);
+    });
     var needle = q.value.trim().toLowerCase();
     var visible = 0;
-    cases.forEach(function (c, i) {
-      var on = shown[c.getAttribute('data-status')] !== false;
-      if (on &amp;&amp; needle) {
-        on = caseText(i).indexOf(needle) !== -1;
-        var head = c.querySelector('summary').textContent.toLowerCase().indexOf(needle) !== -1;
+    for (var i = 0; i !== cases.length; i++) {
+      var c = cases[i];
+      var on = !needle || caseText(i).indexOf(needle) !== -1;
+      // In a full block the search also hides the rows that do not match
+      // (unless the name does) and opens the block.
+      if (on &amp;&amp; needle &amp;&amp; !c.classList.contains('lite')) {
+        var head = headText(i).indexOf(needle) !== -1;
         var rows = c.querySelectorAll('tbody tr[id]');
         for (var r = 0; r !== rows.length; r++) {
-          rows[r].hidden = on &amp;&amp; !head &amp;&amp; rows[r].textContent.toLowerCase().indexOf(needle) === -1;
+          rows[r].hidden = !head &amp;&amp; rows[r].textContent.toLowerCase().indexOf(needle) === -1;
         }
-        if (on &amp;&amp; !head) c.open = true;
-      } else if (c.querySelector('tbody tr[hidden]')) {
-        Array.prototype.forEach.call(c.querySelectorAll('tbody tr[hidden]'), function (r) { r.hidden = false; });
+        rowsHidden[i] = !head;
+        if (!head) c.open = true;
+      } else if (rowsHidden[i]) {
+        slice(c.querySelectorAll('tbody tr[hidden]')).forEach(function (row) { row.hidden = false; });
+        rowsHidden[i] = false;
       }
-      c.hidden = !on;
-      if (on) visible++;
-    });
+      found[i] = on;
+      if (shown(i)) visible++;
+      else if (!c.hidden) c.hidden = true;
+    }
+    // Blocks that come back are shown a few hundred a frame, from the top:
+    // those in view at once, the rest while the reader looks at them.
+    cancelAnimationFrame(batch);
+    nextShown = 0;
+    showSome();
     if (nomatch) nomatch.hidden = visible !== 0;
     // The problems list follows the filter, and the count says what it left.
-    problemRows.forEach(function (r) {
-      var c = doc.getElementById(r.getAttribute('data-case'));
-      r.hidden = !c || c.hidden;
+    problemRows.forEach(function (row, k) {
+      var hide = problemCase[k] === -1 || !shown(problemCase[k]);
+      if (row.hidden !== hide) row.hidden = hide;
     });
     if (shownNote) {
       var text = shownNote.getAttribute('data-format').replace('{n}', visible).replace('{m}', cases.length);
@@ -1469,33 +1782,50 @@ body{background:#fff;color:#000;font-size:11pt;}
       return;
     }
     var target = h &amp;&amp; doc.getElementById(h);
+    // A row of a closed block of a large context: the block's table first.
+    var row = !target &amp;&amp; /^(.*)-a\d+$/.exec(h);
+    if (row &amp;&amp; index[row[1]] !== undefined) {
+      upgrade(cases[index[row[1]]]);
+      target = doc.getElementById(h);
+    }
     if (!target) return;
+    var refilter = false;
     for (var n = target; n; n = n.parentElement) {
-      if (n.tagName === 'DETAILS') { n.open = true; n.hidden = false; }
+      if (n.tagName === 'DETAILS') {
+        n.open = true;
+        n.hidden = false;
+        if (index[n.id] !== undefined) {
+          found[index[n.id]] = true;
+          boxes.forEach(function (b) {
+            if (b.value === statuses[index[n.id]] &amp;&amp; !b.checked) { b.checked = true; refilter = true; }
+          });
+        }
+      }
       if (n.tagName === 'TR') n.hidden = false;
     }
+    if (refilter) apply(false);
     target.scrollIntoView();
   }
 
   boxes.forEach(function (b) { b.addEventListener('change', function () { apply(true); }); });
-  var timer = 0;
+  // The search runs once per frame, however fast the keys come.
+  var pending = 0;
   q.addEventListener('input', function () {
-    clearTimeout(timer);
-    timer = setTimeout(function () { apply(true); }, 150);
+    if (!pending) pending = requestAnimationFrame(function () { pending = 0; apply(true); });
   });
   function onClick(id, action) {
     var button = doc.getElementById(id);
     if (button) button.addEventListener('click', action);
   }
   onClick('expand', function () {
-    cases.forEach(function (c) { if (!c.hidden) c.open = true; });
+    cases.forEach(function (c, i) { if (shown(i)) c.open = true; });
   });
   onClick('collapse', function () {
-    cases.forEach(function (c) { c.open = false; });
+    cases.forEach(function (c) { if (c.open) c.open = false; });
   });
 
   function step(by) {
-    var problems = cases.filter(function (c) { return !c.hidden &amp;&amp; c.classList.contains('problem'); });
+    var problems = cases.filter(function (c, i) { return shown(i) &amp;&amp; c.classList.contains('problem'); });
     if (!problems.length) return;
     current = (current + by + problems.length) % problems.length;
     cases.forEach(function (c) { c.classList.remove('current'); });
@@ -1503,7 +1833,7 @@ body{background:#fff;color:#000;font-size:11pt;}
     c.classList.add('current');
     c.open = true;
     c.scrollIntoView({block: 'start'});
-    c.querySelector('summary').focus();
+    c.querySelector('summary').focus({preventScroll: true});
   }
   doc.addEventListener('keydown', function (e) {
     if (e.ctrlKey || e.metaKey || e.altKey) return;
@@ -1519,7 +1849,7 @@ body{background:#fff;color:#000;font-size:11pt;}
   window.addEventListener('hashchange', readHash);
   window.addEventListener('beforeprint', function () { cases.forEach(function (c) { c.open = true; }); });
 
-  // Targets stop below the sticky toolbar: their scroll margin is its
+  // Targets stop below the sticky toolbar: the page's scroll padding is its
   // height, measured again whenever it wraps differently.
   function measureToolbar() {
     root.style.setProperty('--toolbar', Math.ceil(controls.getBoundingClientRect().height) + 'px');
@@ -1529,6 +1859,15 @@ body{background:#fff;color:#000;font-size:11pt;}
   if (window.ResizeObserver) new ResizeObserver(measureToolbar).observe(controls);
   else window.addEventListener('resize', measureToolbar);
   readHash();
+
+  // The text the search looks through, read while the page is idle, so that
+  // the first key typed into the search finds it ready.
+  var warmed = 0;
+  function warm(deadline) {
+    while (warmed &lt; cases.length &amp;&amp; deadline.timeRemaining() &gt; 1) { caseText(warmed); warmed++; }
+    if (warmed &lt; cases.length) requestIdleCallback(warm);
+  }
+  if (window.requestIdleCallback) requestIdleCallback(warm);
 })();
 </xsl:text>
   </xsl:template>

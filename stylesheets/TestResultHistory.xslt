@@ -206,6 +206,9 @@
         </p>
         <details class="hist-numbers">
           <summary><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.numbers'"/></xsl:call-template></summary>
+          <!-- Scrolls in its own box on a narrow screen, from the keyboard too. -->
+          <div class="scroll" tabindex="0" role="group">
+          <xsl:attribute name="aria-label"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.numbers'"/></xsl:call-template></xsl:attribute>
           <table class="grid">
             <thead>
               <tr>
@@ -235,6 +238,7 @@
               </xsl:for-each>
             </tbody>
           </table>
+          </div>
         </details>
       </div>
     </xsl:if>
