@@ -1667,28 +1667,28 @@ pre.lite-rows{margin:0;white-space:pre-wrap;overflow-wrap:anywhere;tab-size:3;fo
     var badge = b.parentNode.querySelector('.badge');
     words[b.value] = badge ? badge.lastChild.textContent.trim() : '';
   });
-  function esc(t) { return t.replace(/&amp;/g, '&amp;amp;').replace(/&lt;/g, '&amp;lt;').replace(/"/g, '&amp;quot;'); }
+  function esc(t) { return t.replace(/&amp;/g, '&amp;amp;').replace(/[&lt;]/g, '&amp;lt;').replace(/"/g, '&amp;quot;'); }
   function upgrade(c) {
     var pre = c.querySelector('pre.lite-rows');
     c.classList.remove('lite');
     if (!pre) return;
     var lines = pre.textContent.split('\n');
     var html = ['&lt;table class="grid asserts ', pre.getAttribute('data-kind'), '"&gt;&lt;caption&gt;',
-                esc(pre.getAttribute('data-caption')), '&lt;/caption&gt;&lt;thead&gt;&lt;tr&gt;'];
-    lines[0].split('\t').forEach(function (h) { html.push('&lt;th scope="col"&gt;', esc(h), '&lt;/th&gt;'); });
-    html.push('&lt;/tr&gt;&lt;/thead&gt;&lt;tbody&gt;');
+                esc(pre.getAttribute('data-caption')), '&lt;\/caption&gt;&lt;thead&gt;&lt;tr&gt;'];
+    lines[0].split('\t').forEach(function (h) { html.push('&lt;th scope="col"&gt;', esc(h), '&lt;\/th&gt;'); });
+    html.push('&lt;\/tr&gt;&lt;\/thead&gt;&lt;tbody&gt;');
     for (var k = 1; k &lt; lines.length; k++) {
       var cells = lines[k].split('\t');
       var id = esc(c.id + '-a' + cells[0]);
       var st = cells[1] === words.PASSED ? '' : cells[1] === words.FAILED ? 'bad st-fail'
              : cells[1] === words.ERROR ? 'bad st-error' : 'bad st-other';
-      html.push('&lt;tr id="', id, st ? '" class="' + st : '', '"&gt;&lt;th&gt;&lt;a href="#', id, '"&gt;', esc(cells[0]), '&lt;/a&gt;&lt;/th&gt;');
-      for (var n = 1; n &lt; cells.length; n++) html.push('&lt;td&gt;', esc(cells[n]), '&lt;/td&gt;');
-      html.push('&lt;/tr&gt;');
+      html.push('&lt;tr id="', id, st ? '" class="' + st : '', '"&gt;&lt;th&gt;&lt;a href="#', id, '"&gt;', esc(cells[0]), '&lt;\/a&gt;&lt;\/th&gt;');
+      for (var n = 1; n &lt; cells.length; n++) html.push('&lt;td&gt;', esc(cells[n]), '&lt;\/td&gt;');
+      html.push('&lt;\/tr&gt;');
     }
     var box = doc.createElement('div');
     box.className = 'scroll';
-    box.innerHTML = html.join('') + '&lt;/tbody&gt;&lt;/table&gt;';
+    box.innerHTML = html.join('') + '&lt;\/tbody&gt;&lt;\/table&gt;';
     pre.parentNode.replaceChild(box, pre);
     texts[index[c.id]] = undefined;
   }
