@@ -911,6 +911,7 @@
                   <a><xsl:attribute name="href">#<xsl:call-template name="case-id"/></xsl:attribute><xsl:value-of select="@name"/></a>
                 </xsl:for-each>
                 <xsl:if test="count($group) &gt; 5">
+                  <xsl:text> </xsl:text>
                   <details class="more">
                     <summary>
                       <xsl:call-template name="fmt">
