@@ -19,12 +19,13 @@
   Everything is readable and printable with scripts off: the script only adds
   the filters, the search, the keys and the theme toggle. Test cases are
   native details blocks (problems open, passed ones closed) so that the
-  browser's own find reaches every row; content-visibility keeps a page with
-  a hundred thousand assertions quick to open (without it, a context of 4,000
-  test cases takes three times as long). A jump's target stays where the jump
-  put it: the browser's scroll anchoring holds it while the blocks above are
-  laid out, and nothing on the page changes its height later by itself (the
-  diagram images have a fixed box, so loading one moves nothing).
+  browser's own find reaches every row. A large context (see "Large
+  contexts") keeps its closed blocks light: their assertions are lines of
+  text, and only closed blocks skip their layout off screen
+  (content-visibility), which costs nothing in place since a closed block is
+  one line high. Open blocks are laid out whole, so a jump's target lands
+  where the jump put it and stays there: nothing above it changes its height
+  later (the diagram images have a fixed box, so loading one moves nothing).
   The verdict comes first: a banner with the status word of the document,
   the exit status and one line that says what went wrong, linked to it. A
   test case report is that banner and the one test case; the counts, filters
@@ -1805,7 +1806,26 @@ pre.lite-rows{margin:0;white-space:pre-wrap;overflow-wrap:anywhere;tab-size:3;fo
       if (n.tagName === 'TR') n.hidden = false;
     }
     if (refilter) apply(false);
+    land(target);
+  }
+
+  // A jump's target stays where the jump put it while the blocks near it
+  // are laid out for the first time (a closed block's height is only
+  // estimated until then): for a few frames, and until the reader scrolls,
+  // it is put back if it moved.
+  var moved = false;
+  ['wheel', 'touchstart', 'keydown', 'mousedown'].forEach(function (type) {
+    window.addEventListener(type, function () { moved = true; }, {passive: true});
+  });
+  function land(target) {
+    moved = false;
     target.scrollIntoView();
+    var top = target.getBoundingClientRect().top, frames = 0;
+    (function hold() {
+      if (moved || ++frames &gt; 20) return;
+      if (Math.abs(target.getBoundingClientRect().top - top) &gt; 1) target.scrollIntoView();
+      requestAnimationFrame(hold);
+    })();
   }
 
   boxes.forEach(function (b) { b.addEventListener('change', function () { apply(true); }); });

@@ -168,6 +168,15 @@ async function narrowDark(context, file, shots) {
   const bar = await page.$eval('#controls', (c) => c.getBoundingClientRect().height);
   check('400 px: the toolbar takes at most a quarter of the screen', bar <= 200, bar);
   await page.screenshot({path: path.join(shots, 'Large-400-dark.png')});
+  for (const id of ['tc-Case3001', 'tc-Case3013-a7']) {
+    for (let load = 0; load !== 3; load++) {
+      const p = await context.newPage();
+      await p.emulateMedia({colorScheme: 'dark'});
+      await p.goto(fileUrl(file) + '#' + id);
+      landsBelowBar('400 px, dark, fresh load ' + (load + 1) + ' of #' + id, await landing(p, id));
+      await p.close();
+    }
+  }
   await page.click('#expand');
   await page.waitForFunction((n) => document.querySelectorAll('details.case[open]').length === n, CASES);
   const widths = await page.evaluate(() => ({page: document.documentElement.scrollWidth, view: window.innerWidth}));
