@@ -1592,6 +1592,7 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
     var refilter = false;
     for (var n = target; n; n = n.parentElement) {
       if (n.tagName === 'DETAILS') {
+        if (n.classList.contains('lite')) upgrade(n);
         n.open = true;
         n.hidden = false;
         if (index[n.id] !== undefined) {

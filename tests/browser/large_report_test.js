@@ -155,6 +155,8 @@ async function scripted(context, file, shots) {
     await p.goto(fileUrl(file) + '#' + id);
     landsBelowBar('fresh load of #' + id, await landing(p, id));
     check('#' + id + ': its block is open', await p.$eval('#' + id, (e) => e.closest('details').open));
+    equal('#' + id + ': its block shows the table', 24,
+          await p.$eval('#' + id, (e) => e.closest('details').querySelectorAll('table.asserts tbody tr').length));
     await p.close();
   }
 }
