@@ -1381,9 +1381,10 @@ body{background:#fff;color:#000;font-size:11pt;}
 @media print{details::details-content{content-visibility:visible;display:block;}}
 </xsl:text>
     <!-- Landing and focus below the sticky toolbar (the html element's scroll
-         padding is the toolbar's height, which the script measures), the
-         status filters as classes of main, the toolbar on a phone, and paper in the light palette
-         whatever the screen's scheme. -->
+         padding is the toolbar's height, which the script measures), closed
+         blocks laid out only near the view, the status filters as classes of
+         main, the toolbar on a phone, and paper in the light palette whatever
+         the screen's scheme. -->
     <xsl:text>html{scroll-padding-top:var(--toolbar);}
 details.case:not([open]){content-visibility:auto;contain-intrinsic-size:auto 42px;}
 @media (max-width:600px){details.case:not([open]){contain-intrinsic-size:auto 92px;}}
