@@ -252,6 +252,37 @@ seconds_row "context 4000x24 with -coverage (s) vs without" "$(median_of "$work/
   "$(median_of "$work/plain4k.txt")" 1.3
 rm -rf "$work/cov4k"
 
+echo "bench: the large context's page in Chromium" >&2
+# The page of those 4,000 test cases (all of them not terminated, so every
+# one is a problem) opened in Chromium: load, elements, the search and the
+# status filter (bench/browser_bench.js, medians of three fresh loads). The
+# targets are absolute: the baseline column holds them and the ratio is the
+# share of it used. Skipped when node, Chromium or the npm packages are missing.
+browser_rows() {  # the output of browser_bench.js
+  figure() { echo "$1" | awk -v k="$2" '$1 == k { print $2 }'; }
+  for spec in "load_ms:load event (ms):1500" "elements:elements at load:150000" \
+              "search_ms:search typed (ms):200" "clear_ms:search cleared (ms):200" \
+              "filter_ms:status filter off (ms):200" "unfilter_ms:status filter on (ms):200"; do
+    key=${spec%%:*}
+    rest=${spec#*:}
+    value=$(figure "$1" "$key")
+    row "Chromium 4000x24: ${rest%:*}" "$value" "${rest##*:}" "$(ratio "$value" "${rest##*:}")" 1
+  done
+}
+if command -v node >/dev/null 2>&1; then
+  set +e
+  browser=$(node "$(dirname "$0")/browser_bench.js" "$work/ctx4k/out/Ctx.html" T3999 ERROR)
+  status=$?
+  set -e
+  case $status in
+    0) browser_rows "$browser" ;;
+    77) echo "bench: $browser" >&2 ;;
+    *) echo "bench: browser_bench.js failed" >&2; failures=$((failures + 1)) ;;
+  esac
+else
+  echo "bench: browser rows skipped: node is missing (Debian package nodejs)" >&2
+fi
+
 echo "bench: a context against its test cases one by one" >&2
 # A context run judges each test case once and writes its document and the
 # context's; the test cases reported one run each cost at least as much.

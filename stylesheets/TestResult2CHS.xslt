@@ -166,4 +166,10 @@
     <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">未检查（并行片段）</l:s>
     <l:s k="mp" src="TestCase did not terminate as expected">未终止</l:s>
   </l:strings>
+  <!-- Strings of the problems list of a large context. -->
+  <l:strings>
+    <l:s k="problems.grouped">未通过的测试用例，按状态、判定和第一个失败的断言分组</l:s>
+    <l:s k="problems.more">另外 {n} 个</l:s>
+    <l:s k="none.failing">没有失败的断言</l:s>
+  </l:strings>
 </xsl:stylesheet>

@@ -166,4 +166,10 @@
     <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">未檢查（平行片段）</l:s>
     <l:s k="mp" src="TestCase did not terminate as expected">未終止</l:s>
   </l:strings>
+  <!-- Strings of the problems list of a large context. -->
+  <l:strings>
+    <l:s k="problems.grouped">未通過的測試案例，依狀態、判定與第一個失敗的斷言分組</l:s>
+    <l:s k="problems.more">另外 {n} 個</l:s>
+    <l:s k="none.failing">沒有失敗的斷言</l:s>
+  </l:strings>
 </xsl:stylesheet>

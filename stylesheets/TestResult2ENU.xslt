@@ -166,4 +166,10 @@
     <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">not checked (parallel fragment)</l:s>
     <l:s k="mp" src="TestCase did not terminate as expected">did not terminate</l:s>
   </l:strings>
+  <!-- Strings of the problems list of a large context. -->
+  <l:strings>
+    <l:s k="problems.grouped">Test cases that did not pass, grouped by status, verdict and first failing assertion</l:s>
+    <l:s k="problems.more">{n} more</l:s>
+    <l:s k="none.failing">no assertion failed</l:s>
+  </l:strings>
 </xsl:stylesheet>

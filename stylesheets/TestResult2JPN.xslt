@@ -166,4 +166,10 @@
     <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">未検査（par フラグメント）</l:s>
     <l:s k="mp" src="TestCase did not terminate as expected">終了せず</l:s>
   </l:strings>
+  <!-- Strings of the problems list of a large context. -->
+  <l:strings>
+    <l:s k="problems.grouped">合格しなかったテストケース（状態、判定、最初に失敗したアサーションごと）</l:s>
+    <l:s k="problems.more">ほか {n} 件</l:s>
+    <l:s k="none.failing">失敗したアサーションなし</l:s>
+  </l:strings>
 </xsl:stylesheet>

@@ -166,4 +166,10 @@
     <l:s k="mp" src="Result verification currently not supported for SDs with interaction operator parallel">검사 안 함(병렬 프래그먼트)</l:s>
     <l:s k="mp" src="TestCase did not terminate as expected">종료되지 않음</l:s>
   </l:strings>
+  <!-- Strings of the problems list of a large context. -->
+  <l:strings>
+    <l:s k="problems.grouped">통과하지 못한 테스트 케이스(상태, 판정, 첫 번째 실패한 어설션별 묶음)</l:s>
+    <l:s k="problems.more">{n}개 더</l:s>
+    <l:s k="none.failing">실패한 어설션 없음</l:s>
+  </l:strings>
 </xsl:stylesheet>

@@ -19,12 +19,13 @@
   Everything is readable and printable with scripts off: the script only adds
   the filters, the search, the keys and the theme toggle. Test cases are
   native details blocks (problems open, passed ones closed) so that the
-  browser's own find reaches every row; content-visibility keeps a page with
-  a hundred thousand assertions quick to open (without it, a context of 4,000
-  test cases takes three times as long). A jump's target stays where the jump
-  put it: the browser's scroll anchoring holds it while the blocks above are
-  laid out, and nothing on the page changes its height later by itself (the
-  diagram images have a fixed box, so loading one moves nothing).
+  browser's own find reaches every row. A large context (see "Large
+  contexts") keeps its closed blocks light: their assertions are lines of
+  text, and only closed blocks skip their layout off screen
+  (content-visibility), which costs nothing in place since a closed block is
+  one line high. Open blocks are laid out whole, so a jump's target lands
+  where the jump put it and stays there: nothing above it changes its height
+  later (the diagram images have a fixed box, so loading one moves nothing).
   The verdict comes first: a banner with the status word of the document,
   the exit status and one line that says what went wrong, linked to it. A
   test case report is that banner and the one test case; the counts, filters
@@ -40,6 +41,8 @@
 
   <!-- Earlier runs, when the document has a History element. -->
   <xsl:include href="TestResultHistory.xslt"/>
+  <!-- The closed blocks and grouped problems of a large context. -->
+  <xsl:include href="TestResultLarge.xslt"/>
 
   <!-- The index page of an output folder (qendor -index), for index.xml. -->
   <xsl:include href="TestResultIndex.xslt"/>
@@ -67,6 +70,7 @@
   <xsl:key name="case-by-status" match="TestCaseResult" use="string(@status)"/>
   <!-- Assertions that did not pass, by their test case. -->
   <xsl:key name="bad-by-case" match="AssertionInfo[@status != 'PASSED']" use="generate-id(../..)"/>
+
 
   <!-- The strings of the language file, by key and by key and value (a tab
        between the two, which an attribute value of the strings cannot hold).
@@ -427,6 +431,7 @@
           <xsl:text>;}</xsl:text>
           <xsl:call-template name="css"/>
           <xsl:call-template name="history-css"/>
+          <xsl:call-template name="large-css"/>
         </style>
       </head>
       <body>
@@ -941,6 +946,9 @@
       <xsl:when test="not($bad)">
         <p class="empty ok-note"><xsl:call-template name="t"><xsl:with-param name="k" select="'none.problems'"/></xsl:call-template></p>
       </xsl:when>
+      <xsl:when test="$large">
+        <xsl:call-template name="problem-groups"><xsl:with-param name="bad" select="$bad"/></xsl:call-template>
+      </xsl:when>
       <xsl:otherwise>
         <div class="scroll">
         <table class="grid problems">
@@ -1057,13 +1065,16 @@
     <xsl:variable name="key"><xsl:call-template name="status-key"><xsl:with-param name="s" select="$status"/></xsl:call-template></xsl:variable>
     <xsl:variable name="cid"><xsl:call-template name="case-id"/></xsl:variable>
     <xsl:variable name="sd" select="ResultForSD/SDSummaryInfo/SDResults/SDResult[1]"/>
+    <!-- In a large context: a closed block with its assertions as text. -->
+    <xsl:variable name="lite" select="$large and not($open) and count($openProblems | .) != count($openProblems)"/>
     <details id="{$cid}" data-status="{$key}">
       <xsl:attribute name="class">
         <xsl:text>case </xsl:text>
         <xsl:call-template name="status-class"><xsl:with-param name="s" select="$status"/></xsl:call-template>
         <xsl:if test="$status != 'PASSED'"> problem</xsl:if>
+        <xsl:if test="$lite"> lite</xsl:if>
       </xsl:attribute>
-      <xsl:if test="$open or $status != 'PASSED'"><xsl:attribute name="open">open</xsl:attribute></xsl:if>
+      <xsl:if test="$open or ($status != 'PASSED' and not($lite))"><xsl:attribute name="open">open</xsl:attribute></xsl:if>
       <summary>
         <xsl:call-template name="badge"><xsl:with-param name="s" select="$status"/></xsl:call-template>
         <xsl:text> </xsl:text>
@@ -1083,6 +1094,11 @@
           </xsl:if>
         </span>
       </summary>
+      <xsl:choose>
+        <xsl:when test="$lite">
+          <xsl:call-template name="lite-body"><xsl:with-param name="cid" select="$cid"/></xsl:call-template>
+        </xsl:when>
+        <xsl:otherwise>
       <div class="body">
         <div class="scroll">
         <table class="card facts-table">
@@ -1105,11 +1121,14 @@
         </div>
         <xsl:apply-templates select="Diagnosis">
           <xsl:with-param name="cid" select="$cid"/>
+          <xsl:with-param name="heading" select="substring('h3h4', 1 + 2 * not($open), 2)"/>
         </xsl:apply-templates>
         <xsl:apply-templates select="ResultForSD | ResultForCode">
           <xsl:with-param name="cid" select="$cid"/>
         </xsl:apply-templates>
       </div>
+        </xsl:otherwise>
+      </xsl:choose>
     </details>
   </xsl:template>
 
@@ -1454,10 +1473,10 @@ svg.bar{display:block;width:100%;height:18px;margin:12px 0 0;border-radius:4px;b
 svg.bar rect{fill:var(--bar);stroke:var(--card);stroke-width:2px;vector-effect:non-scaling-stroke;}
 .problems th a{font-weight:700;}
 .ok-note{color:var(--pass);font-style:normal;font-weight:600;}
-.case{background:var(--card);border:1px solid var(--line);border-left:6px solid var(--c);border-radius:6px;margin:10px 0;content-visibility:auto;contain-intrinsic-size:auto 48px;}
+.case{background:var(--card);border:1px solid var(--line);border-left:6px solid var(--c);border-radius:6px;margin:10px 0;}
 .case>summary{cursor:pointer;padding:9px 12px;list-style-position:inside;}
 .case>summary .name{display:inline;font-weight:700;font-size:1.05em;margin:0 6px 0 0;overflow-wrap:anywhere;}
-details.case,tr[id],h2[id],main{scroll-margin-top:calc(var(--toolbar) + 10px);}
+details.case,tr[id],h2[id],main{scroll-margin-top:10px;}
 details.case:target{outline:3px solid var(--focus);outline-offset:2px;}
 tr:target>*{background:var(--hit) !important;}
 tr:target>th:first-child{box-shadow:inset 4px 0 0 var(--focus);}
@@ -1500,6 +1519,19 @@ body{background:#fff;color:#000;font-size:11pt;}
 }
 @media print{details::details-content{content-visibility:visible;display:block;}}
 </xsl:text>
+    <!-- Landing and focus below the sticky toolbar (the html element's scroll
+         padding is the toolbar's height, which the script measures), closed
+         blocks laid out only near the view, the status filters as classes of
+         main, the toolbar on a phone, and paper in the light palette whatever
+         the screen's scheme. -->
+    <xsl:text>html{scroll-padding-top:var(--toolbar);}
+details.case:not([open]){content-visibility:auto;contain-intrinsic-size:auto 42px;}
+@media (max-width:600px){details.case:not([open]){contain-intrinsic-size:auto 92px;}}
+main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],main.hide-ERROR tr[data-status=ERROR],main.hide-UNDEFINED tr[data-status=UNDEFINED]{display:none;}
+@media (max-width:600px){.controls{gap:4px 10px;padding:4px 0;margin-top:8px;}.keys{display:none;}.search input{width:9em;}.filters legend{float:none;display:block;margin:0;}}
+@media print{:root[data-theme],:root:not([data-theme]){color-scheme:light;--bg:#f6f7f9;--fg:#1f2328;--card:#fff;--line:#d0d7de;--soft:#eef1f4;--muted:#57606a;--link:#0550ae;--focus:#0969da;
+--pass:#0f6b3a;--pass-bg:#dcf5e6;--fail:#b01c0c;--fail-bg:#ffe8e3;--error:#8a4b00;--error-bg:#fff1d6;--nt:#6a2fa8;--nt-bg:#f3e8ff;--other:#424a53;--other-bg:#eaeef2;--bad-row:#fff6f4;--hit:#fff1a6;}}
+</xsl:text>
   </xsl:template>
 
   <!-- ===== Script ===== -->
@@ -1514,14 +1546,30 @@ body{background:#fff;color:#000;font-size:11pt;}
   var doc = document, root = doc.documentElement;
   var controls = doc.getElementById('controls');
   if (!controls) return;
-  var cases = Array.prototype.slice.call(doc.querySelectorAll('details.case'));
-  var boxes = Array.prototype.slice.call(controls.querySelectorAll('.filters input'));
+  var slice = function (list) { return Array.prototype.slice.call(list); };
+  var main = doc.getElementById('main');
+  var cases = slice(doc.querySelectorAll('details.case'));
+  var boxes = slice(controls.querySelectorAll('.filters input'));
   var q = doc.getElementById('q');
   var nomatch = doc.getElementById('nomatch');
   var shownNote = doc.getElementById('shown');
-  var problemRows = Array.prototype.slice.call(doc.querySelectorAll('table.problems tbody tr[data-case]'));
+  var problemRows = slice(doc.querySelectorAll('table.problems tbody tr[data-case]'));
   var themeButton = doc.getElementById('theme');
-  var texts = null, current = -1;
+  var current = -1;
+
+  // Per test case, by its place in the page: status key, whether the
+  // search finds it, its text (lowercase, read once), whether rows are
+  // hidden. The status filters are also classes of main, which hide the
+  // grouped problems of a large context.
+  var index = {};
+  var statuses = cases.map(function (c, i) { index[c.id] = i; return c.getAttribute('data-status'); });
+  var found = cases.map(function () { return true; });
+  var texts = [], heads = [], rowsHidden = [];
+  var off = {};
+  var problemCase = problemRows.map(function (r) {
+    var i = index[r.getAttribute('data-case')];
+    return i === undefined ? -1 : i;
+  });
 
   function store(key, value) { try { localStorage.setItem(key, value); } catch (e) {} }
   function load(key) { try { return localStorage.getItem(key); } catch (e) { return null; } }
@@ -1543,10 +1591,54 @@ body{background:#fff;color:#000;font-size:11pt;}
   showTheme();
 
   function caseText(i) {
-    if (!texts) texts = [];
     if (texts[i] === undefined) texts[i] = cases[i].textContent.toLowerCase();
     return texts[i];
   }
+  function headText(i) {
+    if (heads[i] === undefined) heads[i] = cases[i].querySelector('summary').textContent.toLowerCase();
+    return heads[i];
+  }
+  function shown(i) { return found[i] &amp;&amp; !off[statuses[i]]; }
+
+  // The assertion lines of a closed block of a large context made into the
+  // table that a full block has, with the same anchors and row classes.
+  var words = {};
+  boxes.forEach(function (b) {
+    var badge = b.parentNode.querySelector('.badge');
+    words[b.value] = badge ? badge.lastChild.textContent.trim() : '';
+  });
+  function esc(t) { return t.replace(/&amp;/g, '&amp;amp;').replace(/[&lt;]/g, '&amp;lt;').replace(/"/g, '&amp;quot;'); }
+  function upgrade(c) {
+    var pre = c.querySelector('pre.lite-rows');
+    c.classList.remove('lite');
+    if (!pre) return;
+    var lines = pre.textContent.split('\n');
+    var html = ['&lt;table class="grid asserts ', pre.getAttribute('data-kind'), '"&gt;&lt;caption&gt;',
+                esc(pre.getAttribute('data-caption')), '&lt;\/caption&gt;&lt;thead&gt;&lt;tr&gt;'];
+    lines[0].split('\t').forEach(function (h) { html.push('&lt;th scope="col"&gt;', esc(h), '&lt;\/th&gt;'); });
+    html.push('&lt;\/tr&gt;&lt;\/thead&gt;&lt;tbody&gt;');
+    for (var k = 1; k &lt; lines.length; k++) {
+      var cells = lines[k].split('\t');
+      var id = esc(c.id + '-a' + cells[0]);
+      var st = cells[1] === words.PASSED ? '' : cells[1] === words.FAILED ? 'bad st-fail'
+             : cells[1] === words.ERROR ? 'bad st-error' : 'bad st-other';
+      html.push('&lt;tr id="', id, st ? '" class="' + st : '', '"&gt;&lt;th&gt;&lt;a href="#', id, '"&gt;', esc(cells[0]), '&lt;\/a&gt;&lt;\/th&gt;');
+      for (var n = 1; n &lt; cells.length; n++) html.push('&lt;td&gt;', esc(cells[n]), '&lt;\/td&gt;');
+      html.push('&lt;\/tr&gt;');
+    }
+    var box = doc.createElement('div');
+    box.className = 'scroll';
+    box.innerHTML = html.join('') + '&lt;\/tbody&gt;&lt;\/table&gt;';
+    pre.parentNode.replaceChild(box, pre);
+    texts[index[c.id]] = undefined;
+  }
+  // Opened by hand: the table. Opened by the browser's find: the lines stay,
+  // so that the match it marks stays where it is.
+  main.addEventListener('click', function (e) {
+    var s = e.target.closest &amp;&amp; e.target.closest('summary');
+    var c = s &amp;&amp; s.parentNode;
+    if (c &amp;&amp; !c.open &amp;&amp; c.classList.contains('lite')) upgrade(c);
+  });
 
   function state() {
     var hidden = boxes.filter(function (b) { return !b.checked; }).map(function (b) { return b.value; });
@@ -1556,32 +1648,54 @@ body{background:#fff;color:#000;font-size:11pt;}
     return parts.join('&amp;');
   }
 
+  var batch = 0, nextShown = 0;
+  function showSome() {
+    var end = Math.min(cases.length, nextShown + 300);
+    for (; nextShown !== end; nextShown++) {
+      if (cases[nextShown].hidden &amp;&amp; shown(nextShown)) cases[nextShown].hidden = false;
+    }
+    batch = nextShown === cases.length ? 0 : requestAnimationFrame(showSome);
+  }
+
   function apply(writeHash) {
-    var shown = {};
-    boxes.forEach(function (b) { shown[b.value] = b.checked; });
+    off = {};
+    boxes.forEach(function (b) {
+      off[b.value] = !b.checked;
+      main.classList.toggle('hide-' + b.value, !b.checked);
+    });
     var needle = q.value.trim().toLowerCase();
     var visible = 0;
-    cases.forEach(function (c, i) {
-      var on = shown[c.getAttribute('data-status')] !== false;
-      if (on &amp;&amp; needle) {
-        on = caseText(i).indexOf(needle) !== -1;
-        var head = c.querySelector('summary').textContent.toLowerCase().indexOf(needle) !== -1;
+    for (var i = 0; i !== cases.length; i++) {
+      var c = cases[i];
+      var on = !needle || caseText(i).indexOf(needle) !== -1;
+      // In a full block the search also hides the rows that do not match
+      // (unless the name does) and opens the block.
+      if (on &amp;&amp; needle &amp;&amp; !c.classList.contains('lite')) {
+        var head = headText(i).indexOf(needle) !== -1;
         var rows = c.querySelectorAll('tbody tr[id]');
         for (var r = 0; r !== rows.length; r++) {
-          rows[r].hidden = on &amp;&amp; !head &amp;&amp; rows[r].textContent.toLowerCase().indexOf(needle) === -1;
+          rows[r].hidden = !head &amp;&amp; rows[r].textContent.toLowerCase().indexOf(needle) === -1;
         }
-        if (on &amp;&amp; !head) c.open = true;
-      } else if (c.querySelector('tbody tr[hidden]')) {
-        Array.prototype.forEach.call(c.querySelectorAll('tbody tr[hidden]'), function (r) { r.hidden = false; });
+        rowsHidden[i] = !head;
+        if (!head) c.open = true;
+      } else if (rowsHidden[i]) {
+        slice(c.querySelectorAll('tbody tr[hidden]')).forEach(function (row) { row.hidden = false; });
+        rowsHidden[i] = false;
       }
-      c.hidden = !on;
-      if (on) visible++;
-    });
+      found[i] = on;
+      if (shown(i)) visible++;
+      else if (!c.hidden) c.hidden = true;
+    }
+    // Blocks that come back are shown a few hundred a frame, from the top:
+    // those in view at once, the rest while the reader looks at them.
+    cancelAnimationFrame(batch);
+    nextShown = 0;
+    showSome();
     if (nomatch) nomatch.hidden = visible !== 0;
     // The problems list follows the filter, and the count says what it left.
-    problemRows.forEach(function (r) {
-      var c = doc.getElementById(r.getAttribute('data-case'));
-      r.hidden = !c || c.hidden;
+    problemRows.forEach(function (row, k) {
+      var hide = problemCase[k] === -1 || !shown(problemCase[k]);
+      if (row.hidden !== hide) row.hidden = hide;
     });
     if (shownNote) {
       var text = shownNote.getAttribute('data-format').replace('{n}', visible).replace('{m}', cases.length);
@@ -1608,33 +1722,70 @@ body{background:#fff;color:#000;font-size:11pt;}
       return;
     }
     var target = h &amp;&amp; doc.getElementById(h);
+    // A row of a closed block of a large context: the block's table first.
+    var row = !target &amp;&amp; /^(.*)-a\d+$/.exec(h);
+    if (row &amp;&amp; index[row[1]] !== undefined) {
+      upgrade(cases[index[row[1]]]);
+      target = doc.getElementById(h);
+    }
     if (!target) return;
+    var refilter = false;
     for (var n = target; n; n = n.parentElement) {
-      if (n.tagName === 'DETAILS') { n.open = true; n.hidden = false; }
+      if (n.tagName === 'DETAILS') {
+        if (n.classList.contains('lite')) upgrade(n);
+        n.open = true;
+        n.hidden = false;
+        if (index[n.id] !== undefined) {
+          found[index[n.id]] = true;
+          boxes.forEach(function (b) {
+            if (b.value === statuses[index[n.id]] &amp;&amp; !b.checked) { b.checked = true; refilter = true; }
+          });
+        }
+      }
       if (n.tagName === 'TR') n.hidden = false;
     }
+    if (refilter) apply(false);
+    land(target);
+  }
+
+  // A jump's target stays where the jump put it while the blocks near it
+  // are laid out for the first time (a closed block's height is only
+  // estimated until then): for a few frames, and until the reader scrolls,
+  // it is put back if it moved.
+  var moved = false;
+  ['wheel', 'touchstart', 'keydown', 'mousedown'].forEach(function (type) {
+    window.addEventListener(type, function () { moved = true; }, {passive: true});
+  });
+  function land(target) {
+    moved = false;
     target.scrollIntoView();
+    var top = target.getBoundingClientRect().top, frames = 0;
+    (function hold() {
+      if (moved || ++frames &gt; 20) return;
+      if (Math.abs(target.getBoundingClientRect().top - top) &gt; 1) target.scrollIntoView();
+      requestAnimationFrame(hold);
+    })();
   }
 
   boxes.forEach(function (b) { b.addEventListener('change', function () { apply(true); }); });
-  var timer = 0;
+  // The search runs once per frame, however fast the keys come.
+  var pending = 0;
   q.addEventListener('input', function () {
-    clearTimeout(timer);
-    timer = setTimeout(function () { apply(true); }, 150);
+    if (!pending) pending = requestAnimationFrame(function () { pending = 0; apply(true); });
   });
   function onClick(id, action) {
     var button = doc.getElementById(id);
     if (button) button.addEventListener('click', action);
   }
   onClick('expand', function () {
-    cases.forEach(function (c) { if (!c.hidden) c.open = true; });
+    cases.forEach(function (c, i) { if (shown(i)) c.open = true; });
   });
   onClick('collapse', function () {
-    cases.forEach(function (c) { c.open = false; });
+    cases.forEach(function (c) { if (c.open) c.open = false; });
   });
 
   function step(by) {
-    var problems = cases.filter(function (c) { return !c.hidden &amp;&amp; c.classList.contains('problem'); });
+    var problems = cases.filter(function (c, i) { return shown(i) &amp;&amp; c.classList.contains('problem'); });
     if (!problems.length) return;
     current = (current + by + problems.length) % problems.length;
     cases.forEach(function (c) { c.classList.remove('current'); });
@@ -1642,7 +1793,7 @@ body{background:#fff;color:#000;font-size:11pt;}
     c.classList.add('current');
     c.open = true;
     c.scrollIntoView({block: 'start'});
-    c.querySelector('summary').focus();
+    c.querySelector('summary').focus({preventScroll: true});
   }
   doc.addEventListener('keydown', function (e) {
     if (e.ctrlKey || e.metaKey || e.altKey) return;
@@ -1658,7 +1809,7 @@ body{background:#fff;color:#000;font-size:11pt;}
   window.addEventListener('hashchange', readHash);
   window.addEventListener('beforeprint', function () { cases.forEach(function (c) { c.open = true; }); });
 
-  // Targets stop below the sticky toolbar: their scroll margin is its
+  // Targets stop below the sticky toolbar: the page's scroll padding is its
   // height, measured again whenever it wraps differently.
   function measureToolbar() {
     root.style.setProperty('--toolbar', Math.ceil(controls.getBoundingClientRect().height) + 'px');
@@ -1668,6 +1819,15 @@ body{background:#fff;color:#000;font-size:11pt;}
   if (window.ResizeObserver) new ResizeObserver(measureToolbar).observe(controls);
   else window.addEventListener('resize', measureToolbar);
   readHash();
+
+  // The text the search looks through, read while the page is idle, so that
+  // the first key typed into the search finds it ready.
+  var warmed = 0;
+  function warm(deadline) {
+    while (warmed &lt; cases.length &amp;&amp; deadline.timeRemaining() &gt; 1) { caseText(warmed); warmed++; }
+    if (warmed &lt; cases.length) requestIdleCallback(warm);
+  }
+  if (window.requestIdleCallback) requestIdleCallback(warm);
 })();
 </xsl:text>
   </xsl:template>

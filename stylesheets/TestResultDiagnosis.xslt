@@ -257,13 +257,21 @@
     </xsl:choose>
   </xsl:template>
 
+  <!-- `heading`: h3 in a test case report, whose test case is the h2; h4
+       below a context's test case. The region is named after its test case
+       too, so that each of a context's regions has a name of its own. -->
   <xsl:template match="Diagnosis">
     <xsl:param name="cid"/>
+    <xsl:param name="heading" select="'h4'"/>
     <div class="diag" role="region" aria-labelledby="{$cid}-diag">
       <style>
         <xsl:call-template name="diagnosis-css"/>
       </style>
-      <h4 id="{$cid}-diag"><xsl:call-template name="dw"><xsl:with-param name="k" select="'title'"/></xsl:call-template></h4>
+      <xsl:element name="{$heading}">
+        <xsl:attribute name="id"><xsl:value-of select="concat($cid, '-diag')"/></xsl:attribute>
+        <xsl:call-template name="dw"><xsl:with-param name="k" select="'title'"/></xsl:call-template>
+        <span class="vh"><xsl:value-of select="concat(' &#8211; ', ../@name)"/></span>
+      </xsl:element>
       <xsl:choose>
         <xsl:when test="@kind = 'sequence'"><xsl:call-template name="diag-sequence"/></xsl:when>
         <xsl:otherwise><xsl:call-template name="diag-chart"/></xsl:otherwise>
@@ -816,7 +824,7 @@
        variables are missing. -->
   <xsl:template name="diagnosis-css">
     <xsl:text>.diag{margin:1em 0;padding:.75em 1em;border:1px solid var(--line,#d0d7de);border-radius:8px;background:var(--card,#fff);max-width:100%;box-sizing:border-box;overflow-x:auto;}
-.diag h4{margin:0 0 .5em;font-size:1em;}
+.diag h3,.diag h4{margin:0 0 .5em;font-size:1em;}
 .diag-sentence{margin:.25em 0 .75em;}
 .diag .bad{color:var(--fail,#b01c0c);}
 .diag .sr{position:absolute;width:1px;height:1px;overflow:hidden;clip:rect(0 0 0 0);white-space:nowrap;}

@@ -271,7 +271,9 @@
         </p>
         <details class="hist-numbers">
           <summary><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.numbers'"/></xsl:call-template></summary>
-          <div class="scroll">
+          <!-- Scrolls in its own box on a narrow screen, from the keyboard too. -->
+          <div class="scroll" tabindex="0" role="group">
+          <xsl:attribute name="aria-label"><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.numbers'"/></xsl:call-template></xsl:attribute>
           <table class="grid">
             <caption><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.runsOrder'"/></xsl:call-template></caption>
             <thead>

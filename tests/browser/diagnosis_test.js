@@ -13,8 +13,10 @@ const path = require('path');
 const {spawnSync} = require('child_process');
 
 const CHROMIUM = '/usr/bin/chromium';
-const ARGS = ['--no-sandbox', '--disable-gpu', '--no-first-run', '--disable-background-networking',
+const ARGS = ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run', '--disable-background-networking',
               '--disable-component-update', '--disable-sync'];
+const AXE = path.join(__dirname, 'node_modules', 'axe-core', 'axe.min.js');
+const LANGUAGES = ['ENU', 'CHS', 'CHT', 'KOR', 'JPN'];
 
 function die(message) {
   console.error('diagnosis browser test: ' + message);
@@ -47,6 +49,62 @@ function makeReports(code) {
   equal(code + ': exit status', 10, run.status);
   if (!fs.existsSync(path.join(out, 'Returns.html'))) die(code + ': no report was made: ' + run.stderr);
   return out;
+}
+
+// The bundled checkout example reported twice with -history into one folder,
+// so that the second report shows the earlier run.
+function makeHistoryReports(code) {
+  const examples = path.join(sourceDir, 'examples');
+  const out = path.join(outputDir, 'history', code);
+  fs.rmSync(out, {recursive: true, force: true});
+  fs.mkdirSync(out, {recursive: true});
+  for (const f of fs.readdirSync(path.join(examples, 'verification'))) {
+    fs.copyFileSync(path.join(examples, 'verification', f), path.join(out, f));
+  }
+  for (let run = 0; run !== 2; run++) {
+    const result = spawnSync(qendor, ['-infofile', 'shop.info', '-resultfile', 'results.log', '-outdirectory', out,
+                                      '-tcontext', 'Shop.Checkout', '-language', code, '-history', path.join(out, 'runs')],
+                             {cwd: examples, encoding: 'utf8', env: Object.assign({}, process.env, {TZ: 'UTC'})});
+    equal(code + ': exit status with -history', 10, result.status);
+  }
+  if (!fs.existsSync(path.join(out, 'Checkout.html'))) die(code + ': no history report was made');
+  return out;
+}
+
+// axe-core's rules on the page as loaded: the violations, each with the first
+// elements it names.
+async function axeViolations(page) {
+  await page.addScriptTag({path: AXE});
+  return page.evaluate(async () => (await window.axe.run(document)).violations.map((v) =>
+    v.id + ': ' + v.nodes.slice(0, 3).map((n) => n.target.join(' ')).join(', ')));
+}
+
+// Every page of a folder (the context's and each test case's) passes axe;
+// at 400 px, with every block open, nothing scrolls sideways and each table
+// scrolls in its own box.
+async function axeAndNarrow(context, dir, what) {
+  const page = await context.newPage();
+  for (const file of fs.readdirSync(dir).filter((f) => f.endsWith('.html')).sort()) {
+    await page.setViewportSize({width: 1280, height: 900});
+    await page.goto(fileUrl(path.join(dir, file)));
+    equal(what + ' ' + file + ': accessibility (axe-core)', [], await axeViolations(page));
+    await page.setViewportSize({width: 400, height: 800});
+    await page.evaluate(() => document.querySelectorAll('details').forEach((d) => { d.open = true; }));
+    await page.waitForFunction(() => window.innerWidth === 400);
+    const widths = await page.evaluate(() => ({page: document.documentElement.scrollWidth, view: window.innerWidth}));
+    check(what + ' ' + file + ' at 400 px, all open: no sideways scrolling', widths.page <= widths.view, widths);
+    const loose = await page.$$eval('table', (tables) => tables.filter((t) => t.getClientRects().length).filter((t) => {
+      const box = t.closest('.scroll');
+      return !box || box.getBoundingClientRect().right > window.innerWidth + 0.5;
+    }).map((t) => t.className));
+    equal(what + ' ' + file + ' at 400 px: every table in a box that fits', [], loose);
+    if (file === 'Checkout.html' || file === 'Returns.html') {
+      equal(what + ' ' + file + ' dark: accessibility (axe-core)', [],
+            await page.emulateMedia({colorScheme: 'dark'}).then(() => axeViolations(page)));
+      await page.emulateMedia({colorScheme: 'light'});
+    }
+  }
+  await page.close();
 }
 
 const fileUrl = (file) => 'file://' + file.split(path.sep).map(encodeURIComponent).join('/');
@@ -152,6 +210,21 @@ async function run() {
   } finally {
     await context.close();
     fs.rmSync(profile, {recursive: true, force: true});
+  }
+
+  // Pages made with -explain and with -history, in every language.
+  const profile3 = fs.mkdtempSync(path.join(os.tmpdir(), 'qendor-chromium-'));
+  const all = await chromium.launchPersistentContext(profile3, {
+    executablePath: CHROMIUM, headless: true, args: ARGS, viewport: {width: 1280, height: 900},
+  });
+  try {
+    for (const code of LANGUAGES) {
+      await axeAndNarrow(all, makeReports(code), code + ' -explain');
+      await axeAndNarrow(all, makeHistoryReports(code), code + ' -history');
+    }
+  } finally {
+    await all.close();
+    fs.rmSync(profile3, {recursive: true, force: true});
   }
 
   // Without scripts the picture is the same.

@@ -338,6 +338,8 @@ async function narrow(context, L, out, shots) {
   await page.goto(fileUrl(path.join(out, 'Checkout.html')));
   const what = L.code + ' at 400 px';
   await fitsWidth(page, what);
+  const bar = await page.$eval('#controls', (c) => c.getBoundingClientRect().height);
+  check(what + ': the toolbar takes at most a quarter of the screen', bar <= 200, bar);
   const banner = await page.$eval('#banner', (b) => Math.round(b.getBoundingClientRect().top));
   check(what + ': verdict banner at the top', banner < 160, banner);
   await page.screenshot({path: path.join(shots, 'Checkout-' + L.code + '-400.png')});
@@ -379,6 +381,84 @@ async function largeJumps(context, file, what) {
   await page.close();
 }
 
+// Deep links opened in a fresh page: the target stands just below the
+// toolbar once the page is loaded and has drawn two more frames, every time.
+async function deepLinks(out) {
+  for (const width of [400, 1280]) {
+    for (const scheme of ['light', 'dark']) {
+      await withContext({viewport: {width, height: width === 400 ? 800 : 900}, colorScheme: scheme}, async (context) => {
+        for (const [file, id] of [['Checkout.html', 'tc-ApplyVoucher'], ['Checkout.html', 'tc-ApplyVoucher-a3'],
+                                  ['Checkout.html', 'tc-PaymentTimeout'], ['ApplyVoucher.html', 'tc-ApplyVoucher-a3']]) {
+          const spots = [];
+          for (let load = 0; load !== 12; load++) {
+            const page = await context.newPage();
+            await page.goto(fileUrl(path.join(out, file)) + '#' + id);
+            await page.evaluate(() => new Promise((r) => requestAnimationFrame(() => requestAnimationFrame(r))));
+            spots.push(await landing(page, '#' + id));
+            await page.close();
+          }
+          const landed = spots.filter((spot) => spot.top >= spot.below &&
+                                       (spot.top <= spot.below + 14 || (spot.bottom && spot.top < 700)));
+          equal(file + '#' + id + ' at ' + width + ' px, ' + scheme + ': fresh loads that land below the toolbar',
+                12, landed.length);
+        }
+      });
+    }
+  }
+}
+
+// Every focus stop, Tab from the top to the end and Shift+Tab back, stays
+// clear of the sticky toolbar (or is in it).
+async function focusStops(context, out, width) {
+  const page = await context.newPage();
+  await page.setViewportSize({width, height: 800});
+  await page.goto(fileUrl(path.join(out, 'Checkout.html')));
+  const hidden = [];
+  let stops = 0;
+  for (const key of ['Tab', 'Shift+Tab']) {
+    const seen = new Set();
+    for (let n = 0; n !== 400; n++) {
+      await page.keyboard.press(key);
+      const stop = await page.evaluate(() => {
+        const e = document.activeElement;
+        if (!e || e === document.body) return null;
+        const bar = document.getElementById('controls').getBoundingClientRect();
+        const r = e.getBoundingClientRect();
+        const name = e.tagName + (e.id ? '#' + e.id : '') + ' ' + (e.textContent || '').trim().slice(0, 30);
+        return {name, path: Array.from(document.querySelectorAll('*')).indexOf(e),
+                under: !e.closest('#controls') && r.top < bar.bottom - 1 && r.bottom > bar.top + 1};
+      });
+      if (!stop) {
+        if (n) break;
+        continue;
+      }
+      if (seen.has(stop.path)) break;
+      seen.add(stop.path);
+      stops++;
+      if (stop.under) hidden.push(key + ': ' + stop.name);
+    }
+  }
+  check(width + ' px: tabbing meets the focus stops', stops > 40, stops);
+  equal(width + ' px: no focus stop under the toolbar', [], hidden);
+  await page.close();
+}
+
+// Printed with a dark system scheme: the light palette on white paper.
+async function printedDark(context, out) {
+  const page = await context.newPage();
+  await page.emulateMedia({media: 'print', colorScheme: 'dark'});
+  await page.goto(fileUrl(path.join(out, 'Checkout.html')));
+  equal('print, dark scheme: page, card and text', ['rgb(255, 255, 255)', 'rgb(255, 255, 255)', 'rgb(0, 0, 0)'],
+        await page.evaluate(() => [getComputedStyle(document.body).backgroundColor,
+                                   getComputedStyle(document.getElementById('tc-ApplyVoucher')).backgroundColor,
+                                   getComputedStyle(document.body).color]));
+  equal('print, dark scheme: a failed badge in the light palette', 'rgb(176, 28, 12)',
+        await page.$eval('#tc-ApplyVoucher .badge', (b) => getComputedStyle(b).color));
+  equal('print, dark scheme: every test case printed whole', 9,
+        await page.$$eval('details.case .body', (b) => b.filter((x) => x.getClientRects().length).length));
+  await page.close();
+}
+
 async function withoutScripts(context, L, out) {
   const page = await context.newPage();
   await page.goto(fileUrl(path.join(out, 'Checkout.html')));
@@ -416,6 +496,11 @@ async function withoutScripts(context, L, out) {
       await page.close();
     }
   });
+  await withContext({}, async (context) => {
+    for (const width of [1280, 400]) await focusStops(context, reports[0], width);
+    await printedDark(context, reports[0]);
+  });
+  await deepLinks(reports[0]);
   const large = makeLargeReport();
   await withContext({}, (context) => largeJumps(context, large, 'large context'));
   await withContext({javaScriptEnabled: false}, async (context) => {
