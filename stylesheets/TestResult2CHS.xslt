@@ -50,6 +50,7 @@
     <l:s k="hist.nFixed">已修复：{n}</l:s>
     <l:s k="hist.nFlaky">不稳定：{n}</l:s>
     <l:s k="hist.changes">与上次运行相比</l:s>
+    <l:s k="hist.only">仅显示</l:s>
     <l:s k="hist.runsOrder">最新的在前</l:s>
     <l:s k="hc" src="new">新失败</l:s>
     <l:s k="hc" src="fixed">已修复</l:s>

@@ -50,6 +50,7 @@
     <l:s k="hist.nFixed">已修復：{n}</l:s>
     <l:s k="hist.nFlaky">不穩定：{n}</l:s>
     <l:s k="hist.changes">與上次執行相比</l:s>
+    <l:s k="hist.only">僅顯示</l:s>
     <l:s k="hist.runsOrder">最新的在前</l:s>
     <l:s k="hc" src="new">新失敗</l:s>
     <l:s k="hc" src="fixed">已修復</l:s>

@@ -50,6 +50,7 @@
     <l:s k="hist.nFixed">Fixed: {n}</l:s>
     <l:s k="hist.nFlaky">Flaky: {n}</l:s>
     <l:s k="hist.changes">Since the run before</l:s>
+    <l:s k="hist.only">Only</l:s>
     <l:s k="hist.runsOrder">Newest first</l:s>
     <l:s k="hc" src="new">New failure</l:s>
     <l:s k="hc" src="fixed">Fixed</l:s>

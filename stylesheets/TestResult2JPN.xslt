@@ -50,6 +50,7 @@
     <l:s k="hist.nFixed">修正済み：{n}</l:s>
     <l:s k="hist.nFlaky">不安定：{n}</l:s>
     <l:s k="hist.changes">前回の実行から</l:s>
+    <l:s k="hist.only">次のみ</l:s>
     <l:s k="hist.runsOrder">新しい順</l:s>
     <l:s k="hc" src="new">新しい失敗</l:s>
     <l:s k="hc" src="fixed">修正済み</l:s>

@@ -50,6 +50,7 @@
     <l:s k="hist.nFixed">수정됨: {n}</l:s>
     <l:s k="hist.nFlaky">불안정: {n}</l:s>
     <l:s k="hist.changes">이전 실행 대비</l:s>
+    <l:s k="hist.only">다음만</l:s>
     <l:s k="hist.runsOrder">최신 순</l:s>
     <l:s k="hc" src="new">새 실패</l:s>
     <l:s k="hc" src="fixed">수정됨</l:s>

@@ -762,6 +762,7 @@
           <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'ERROR'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
           <xsl:call-template name="filter-box"><xsl:with-param name="s" select="'UNDEFINED'"/><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
         </fieldset>
+        <xsl:call-template name="history-filters"><xsl:with-param name="cases" select="$cases"/></xsl:call-template>
       </xsl:if>
       <label class="search">
         <span><xsl:call-template name="t"><xsl:with-param name="k" select="'ctl.search'"/></xsl:call-template></span>
@@ -1068,6 +1069,7 @@
     <!-- In a large context: a closed block with its assertions as text. -->
     <xsl:variable name="lite" select="$large and not($open) and count($openProblems | .) != count($openProblems)"/>
     <details id="{$cid}" data-status="{$key}">
+      <xsl:call-template name="history-data"/>
       <xsl:attribute name="class">
         <xsl:text>case </xsl:text>
         <xsl:call-template name="status-class"><xsl:with-param name="s" select="$status"/></xsl:call-template>
@@ -1549,7 +1551,11 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
   var slice = function (list) { return Array.prototype.slice.call(list); };
   var main = doc.getElementById('main');
   var cases = slice(doc.querySelectorAll('details.case'));
-  var boxes = slice(controls.querySelectorAll('.filters input'));
+  var boxes = slice(controls.querySelectorAll('.filters:not(.changes) input'));
+  // With earlier runs: only the test cases of the ticked changes (none
+  // ticked: all of them).
+  var changeBoxes = slice(controls.querySelectorAll('.changes input'));
+  var want = null;
   var q = doc.getElementById('q');
   var nomatch = doc.getElementById('nomatch');
   var shownNote = doc.getElementById('shown');
@@ -1563,6 +1569,7 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
   // grouped problems of a large context.
   var index = {};
   var statuses = cases.map(function (c, i) { index[c.id] = i; return c.getAttribute('data-status'); });
+  var changes = cases.map(function (c) { return c.getAttribute('data-change') || ''; });
   var found = cases.map(function () { return true; });
   var texts = [], heads = [], rowsHidden = [];
   var off = {};
@@ -1598,7 +1605,7 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
     if (heads[i] === undefined) heads[i] = cases[i].querySelector('summary').textContent.toLowerCase();
     return heads[i];
   }
-  function shown(i) { return found[i] &amp;&amp; !off[statuses[i]]; }
+  function shown(i) { return found[i] &amp;&amp; !off[statuses[i]] &amp;&amp; (!want || want[changes[i]] === true); }
 
   // The assertion lines of a closed block of a large context made into the
   // table that a full block has, with the same anchors and row classes.
@@ -1644,6 +1651,8 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
     var hidden = boxes.filter(function (b) { return !b.checked; }).map(function (b) { return b.value; });
     var parts = [];
     if (hidden.length) parts.push('hide=' + hidden.join(','));
+    var only = changeBoxes.filter(function (b) { return b.checked; }).map(function (b) { return b.value; });
+    if (only.length) parts.push('only=' + only.join(','));
     if (q.value) parts.push('q=' + encodeURIComponent(q.value));
     return parts.join('&amp;');
   }
@@ -1659,6 +1668,12 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
 
   function apply(writeHash) {
     off = {};
+    want = null;
+    changeBoxes.forEach(function (b) {
+      if (!b.checked) return;
+      want = want || {};
+      want[b.value] = true;
+    });
     boxes.forEach(function (b) {
       off[b.value] = !b.checked;
       main.classList.toggle('hide-' + b.value, !b.checked);
@@ -1709,14 +1724,16 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
 
   function readHash() {
     var h = decodeURIComponent(location.hash.replace(/^#/, ''));
-    if (/^(hide|q)=/.test(h)) {
-      var hide = [], text = '';
+    if (/^(hide|q|only)=/.test(h)) {
+      var hide = [], text = '', only = [];
       location.hash.replace(/^#/, '').split('&amp;').forEach(function (p) {
         var kv = p.split('=');
         if (kv[0] === 'hide') hide = decodeURIComponent(kv[1] || '').split(',');
         if (kv[0] === 'q') text = decodeURIComponent(kv[1] || '');
+        if (kv[0] === 'only') only = decodeURIComponent(kv[1] || '').split(',');
       });
       boxes.forEach(function (b) { b.checked = hide.indexOf(b.value) === -1; });
+      changeBoxes.forEach(function (b) { b.checked = only.indexOf(b.value) !== -1; });
       q.value = text;
       apply(false);
       return;
@@ -1740,6 +1757,10 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
           boxes.forEach(function (b) {
             if (b.value === statuses[index[n.id]] &amp;&amp; !b.checked) { b.checked = true; refilter = true; }
           });
+          if (want &amp;&amp; want[changes[index[n.id]]] !== true) {
+            changeBoxes.forEach(function (b) { b.checked = false; });
+            refilter = true;
+          }
         }
       }
       if (n.tagName === 'TR') n.hidden = false;
@@ -1767,7 +1788,7 @@ main.hide-PASSED tr[data-status=PASSED],main.hide-FAILED tr[data-status=FAILED],
     })();
   }
 
-  boxes.forEach(function (b) { b.addEventListener('change', function () { apply(true); }); });
+  boxes.concat(changeBoxes).forEach(function (b) { b.addEventListener('change', function () { apply(true); }); });
   // The search runs once per frame, however fast the keys come.
   var pending = 0;
   q.addEventListener('input', function () {

@@ -146,6 +146,38 @@
     </xsl:call-template>
   </xsl:template>
 
+  <!-- ===== Filters ===== -->
+
+  <!-- Beside the status filters: only the new failures, the fixed or the
+       flaky test cases, each with its count (none ticked shows all). -->
+  <xsl:template name="history-filters">
+    <xsl:param name="cases"/>
+    <xsl:if test="/TestResult/History/TestCaseTrend">
+      <fieldset class="filters changes">
+        <legend><xsl:call-template name="t"><xsl:with-param name="k" select="'hist.only'"/></xsl:call-template></legend>
+        <xsl:for-each select="document('')/*/l:changes/l:c">
+          <xsl:variable name="c" select="string(.)"/>
+          <label class="filter">
+            <input type="checkbox" value="{$c}"/>
+            <xsl:text> </xsl:text>
+            <xsl:call-template name="history-label"><xsl:with-param name="c" select="$c"/></xsl:call-template>
+            <xsl:text> </xsl:text>
+            <span class="n"><xsl:value-of select="count($cases[key('hist-trend', @fullname)[1]/@classification = $c])"/></span>
+          </label>
+        </xsl:for-each>
+      </fieldset>
+    </xsl:if>
+  </xsl:template>
+  <l:changes><l:c>new</l:c><l:c>fixed</l:c><l:c>flaky</l:c></l:changes>
+
+  <!-- The classification of the TestCaseResult in context, for the filter. -->
+  <xsl:template name="history-data">
+    <xsl:variable name="c" select="key('hist-trend', @fullname)[1]/@classification"/>
+    <xsl:if test="$c">
+      <xsl:attribute name="data-change"><xsl:value-of select="$c"/></xsl:attribute>
+    </xsl:if>
+  </xsl:template>
+
   <!-- ===== In the banner ===== -->
 
   <!-- One line of what changed since the run before: new failures, fixed
