@@ -221,21 +221,7 @@ std::string historyText(const History& history, const HistoryOwner& owner) {
       setAttribute(element, "covered", textOfNumbers(model.covered));
     }
   }
-  XmlDocPtr doc(xmlNewDoc(xmlText("1.0")));
-  if (!doc) return std::string();
-  xmlDocSetRootElement(doc.get(), root.get());
-  xmlChar* bytes = nullptr;
-  int size = 0;
-  xmlDocDumpFormatMemory(doc.get(), &bytes, &size, 1);
-  // The tree stays root's: out of the document before the document goes.
-  xmlUnlinkNode(root.get());
-  xmlSetTreeDoc(root.get(), nullptr);
-  std::string text;
-  if (bytes) {
-    text.assign(reinterpret_cast<const char*>(bytes), static_cast<size_t>(size));
-    xmlFree(bytes);
-  }
-  return text;
+  return formattedDocumentText(root.get());
 }
 
 void addRun(History& history, HistoryRun run) {

@@ -1,7 +1,6 @@
 #include "report/index_document.h"
 
 #include <libxml/tree.h>
-#include <libxml/xmlmemory.h>
 
 #include <memory>
 
@@ -10,11 +9,6 @@
 namespace qendor {
 
 namespace {
-
-struct XmlDocFree {
-  void operator()(xmlDoc* doc) const { xmlFreeDoc(doc); }
-};
-using XmlDocPtr = std::unique_ptr<xmlDoc, XmlDocFree>;
 
 // The HTML report beside a document: its name with ".xml" replaced.
 std::string htmlNameOf(const std::string& xmlName) {
@@ -67,21 +61,7 @@ std::string indexText(const IndexScan& scan) {
     setAttribute(element, "file", file.file);
     setAttribute(element, "reason", file.reason);
   }
-  XmlDocPtr doc(xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0")));
-  if (!doc) return std::string();
-  xmlDocSetRootElement(doc.get(), root.get());
-  xmlChar* bytes = nullptr;
-  int size = 0;
-  xmlDocDumpFormatMemory(doc.get(), &bytes, &size, 1);
-  // The tree stays root's: out of the document before the document goes.
-  xmlUnlinkNode(root.get());
-  xmlSetTreeDoc(root.get(), nullptr);
-  std::string text;
-  if (bytes) {
-    text.assign(reinterpret_cast<const char*>(bytes), static_cast<size_t>(size));
-    xmlFree(bytes);
-  }
-  return text;
+  return formattedDocumentText(root.get());
 }
 
 }  // namespace qendor

@@ -1,5 +1,7 @@
 #include "report/xml_node.h"
 
+#include <libxml/xmlmemory.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -206,6 +208,25 @@ bool writeFormattedDocument(xmlNode* root, xmlOutputBuffer* out) {
   xmlSetTreeDoc(root, nullptr);
   xmlFreeDoc(doc);
   return written;
+}
+
+std::string formattedDocumentText(xmlNode* root) {
+  std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> doc(
+      xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0")), xmlFreeDoc);
+  if (!doc) return std::string();
+  xmlDocSetRootElement(doc.get(), root);
+  xmlChar* bytes = nullptr;
+  int size = 0;
+  xmlDocDumpFormatMemory(doc.get(), &bytes, &size, 1);
+  // The tree stays the caller's: out of the document before the document goes.
+  xmlUnlinkNode(root);
+  xmlSetTreeDoc(root, nullptr);
+  std::string text;
+  if (bytes) {
+    text.assign(reinterpret_cast<const char*>(bytes), static_cast<size_t>(size));
+    xmlFree(bytes);
+  }
+  return text;
 }
 
 }  // namespace qendor

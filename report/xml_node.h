@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "report/file_output.h"
@@ -39,6 +40,11 @@ xmlNode* addElement(xmlNode* parent, const char* name);
 // U+FFFD. A value that would take more than kMaxSavedAttributeBytes in the
 // saved file is cut after the last whole character that fits.
 void setAttribute(xmlNode* node, const char* name, std::string_view value);
+
+// The document whose top element is `root` as xmlDocDumpFormatMemory gives
+// it: declaration, two-space indentation, UTF-8. The tree stays the
+// caller's, unattached. Empty when libxml2 could not make the text.
+std::string formattedDocumentText(xmlNode* root);
 
 // Writes the document whose top element is `root` to `out` as
 // xmlSaveFormatFileTo writes it: declaration, two-space indentation, every
