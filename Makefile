@@ -9,7 +9,7 @@ JOBS           ?= $(shell nproc 2>/dev/null || echo 2)
 # Debian packages by stage. Building and the demo need only these; a target
 # that needs more adds its own to PACKAGES for itself and what it runs first
 # (`test: PACKAGES += ...`), so `make demo` installs nothing it does not use.
-PACKAGES       := cmake g++ make pkg-config libxml2-dev libxslt1-dev xsltproc
+PACKAGES       := cmake g++ make pkg-config libxml2-dev libxslt1-dev xsltproc libgraphviz-dev
 # The unit tests (GoogleTest) and the schema checks (xmllint).
 TEST_PACKAGES  := libgtest-dev libxml2-utils
 test sanitize tsan: PACKAGES += $(TEST_PACKAGES)
