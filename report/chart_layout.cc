@@ -249,8 +249,8 @@ ChartLayout layoutChart(const ChartList& chart, const LayoutLimits& limits) {
   if (!graph.context || !graph.root) return layout;
   Agraph_t* root = graph.root;
   set(root, "compound", "true");
-  set(root, "nodesep", "0.3");
-  set(root, "ranksep", "0.4");
+  set(root, "nodesep", "0.35");
+  set(root, "ranksep", "0.45");
   set(root, "fontsize", "12");
 
   // Clusters first, outer before inner, so each finds its parent's.
@@ -310,7 +310,9 @@ ChartLayout layoutChart(const ChartList& chart, const LayoutLimits& limits) {
     if (from < 0 || to < 0) continue;  // a transition no state leaves, or to nowhere
     Agedge_t* edge = agedge(root, node[from], node[to], text(("t" + decimalText(t)).c_str()), 1);
     set(edge, "label", chart.records[t]->transitionName);
-    set(edge, "fontsize", "10");
+    // Graphviz measures labels with its own font metrics; a larger size
+    // keeps room for the page's font.
+    set(edge, "fontsize", "13");
     // A composite's edges meet its border, unless they stay inside it; its
     // default transition leaves from its initial dot.
     if (index.composite[from] && !index.byDefault[t] && to != from && !index.inside(to, from)) {
