@@ -78,7 +78,13 @@ std::vector<const ChartRecord*> shortestWay(const ChartList& chart, const ChartR
   std::unordered_map<const ChartRecord*, const ChartRecord*> before{{from, nullptr}};
   std::deque<const ChartRecord*> queue{from};
   const ChartRecord* goal = nullptr;
+  const ChartRecord* round = nullptr;  // the way back to `from`, when that is the goal
   auto reach = [&](const ChartRecord* at, const ChartRecord* next) {
+    if (next == from && !goal && isGoal(*from)) {
+      goal = from;
+      round = at;
+      return;
+    }
     if (!next || goal || !before.emplace(next, at).second) return;
     if (isGoal(*next)) {
       goal = next;
@@ -98,7 +104,8 @@ std::vector<const ChartRecord*> shortestWay(const ChartList& chart, const ChartR
     if (!topLevel(*at)) reach(at, chart.find(at->parentGuid));
   }
   std::vector<const ChartRecord*> way;
-  for (const ChartRecord* at = goal; at; at = before[at]) way.push_back(at);
+  if (round) way.push_back(from);
+  for (const ChartRecord* at = round ? round : goal; at; at = before[at]) way.push_back(at);
   return std::vector<const ChartRecord*>(way.rbegin(), way.rend());
 }
 

@@ -25,7 +25,7 @@ const ChartRecord* performingRecord(const ChartList& chart, std::string_view sta
 // A shortest way along the chart's links from `from` to a record that
 // `isGoal` accepts, both ends included; empty when none leads there. A state
 // links to its default transition, its leaving transitions and its parent; a
-// transition to its target. `from` itself is never the goal.
+// transition to its target. `from` is the goal only by a way round back to it.
 std::vector<const ChartRecord*> shortestWay(const ChartList& chart, const ChartRecord* from,
                                             const std::function<bool(const ChartRecord&)>& isGoal);
 
