@@ -308,7 +308,8 @@ ChartLayout layoutChart(const ChartList& chart, const LayoutLimits& limits) {
     if (!shown.record[t] || !isTransition(*chart.records[t])) continue;
     const long from = index.source[t], to = index.target[t];
     if (from < 0 || to < 0) continue;  // a transition no state leaves, or to nowhere
-    Agedge_t* edge = agedge(root, node[from], node[to], text(("t" + decimalText(t)).c_str()), 1);
+    Agedge_t* edge = agedge(root, node[from], node[to],
+                            text(("t" + decimalText(static_cast<int64_t>(t))).c_str()), 1);
     set(edge, "label", chart.records[t]->transitionName);
     // Graphviz measures labels with its own font metrics; a larger size
     // keeps room for the page's font.
@@ -331,7 +332,7 @@ ChartLayout layoutChart(const ChartList& chart, const LayoutLimits& limits) {
   const double left = bb.LL.x, top = bb.UR.y;
   auto xOf = [&](double x) { return x - left; };
   auto yOf = [&](double y) { return top - y; };
-  auto round = [](double v) { return std::lround(v * 10.0) / 10.0; };
+  auto round = [](double v) { return static_cast<double>(std::lround(v * 10.0)) / 10.0; };
   layout.width = round(bb.UR.x - bb.LL.x);
   layout.height = round(bb.UR.y - bb.LL.y);
 
