@@ -283,13 +283,13 @@ done
 
 # The charts -explain draws with Graphviz dot. Dot's time grows far faster
 # than a chart (the whole layout of a ring of N states, each left by three
-# transitions: below), so a chart of more than 40 states or 120 transitions
+# transitions: below), so a chart of more than 30 states or 90 transitions
 # is drawn only around the run's path. A 1,000-state chart explained may take
 # at most a second more than without; the 100,000-record chart of 50,000
 # states at most 1.5 times as long.
 echo "bench: chart drawings" >&2
 "$generate" "$work/fan" --chart state --cases 1 --records 1002 --steps 1000 --fan 3
-for states in 20 40 100; do
+for states in 20 30 40 100; do
   "$generate" "$work/fan$states" --chart state --cases 1 --records 22 --steps $states --fan 3
   whole=$("$build/bench/qendor_bench_layout" "$work/fan$states/out/T1.ver" 100000 | cut -d' ' -f1)
   note "dot on a whole ring of $states states (s)" "$whole" "" ""

@@ -16,8 +16,8 @@ namespace qendor {
 struct LayoutLimits {
   // A chart with more states or transitions than these is laid out only
   // around `focus`: dot's time grows far faster than the chart.
-  size_t mostStates = 40;
-  size_t mostTransitions = 120;
+  size_t mostStates = 30;
+  size_t mostTransitions = 90;
   // How many links a neighbourhood reaches out from each focus record.
   size_t reach = 2;
   // The guids of the records a neighbourhood is laid out around, the most
