@@ -9,7 +9,7 @@ JOBS           ?= $(shell nproc 2>/dev/null || echo 2)
 # Debian packages by stage. Building and the demo need only these; a target
 # that needs more adds its own to PACKAGES for itself and what it runs first
 # (`test: PACKAGES += ...`), so `make demo` installs nothing it does not use.
-PACKAGES       := cmake g++ make pkg-config libxml2-dev libxslt1-dev xsltproc
+PACKAGES       := cmake g++ make pkg-config libxml2-dev libxslt1-dev xsltproc libgraphviz-dev
 # The unit tests (GoogleTest) and the schema checks (xmllint).
 TEST_PACKAGES  := libgtest-dev libxml2-utils
 test sanitize tsan: PACKAGES += $(TEST_PACKAGES)
@@ -53,7 +53,7 @@ sanitize: setup
 	@cmake -S . -B $(SANITIZE_BUILD) -DCMAKE_BUILD_TYPE=Debug -DQENDOR_SANITIZE=ON >/dev/null
 	@cmake --build $(SANITIZE_BUILD) -j $(JOBS)
 	@cd $(SANITIZE_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
-	  ctest --output-on-failure -j $(JOBS)
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp ctest --output-on-failure -j $(JOBS)
 
 # The tests under ThreadSanitizer (not the browser tests, whose runs start no
 # thread): the builtin renderer's threads over every test, the end-to-end

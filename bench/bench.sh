@@ -373,6 +373,38 @@ indexhuge=$(median_of "$work/indexhuge.txt")
 row "-index peak memory (MB), 50 MB document more vs not" "$(($(kilobytes "$indexhuge") / 1024))" \
   "$(($(kilobytes "$indexed") / 1024))" "$(ratio "$(kilobytes "$indexhuge")" "$(kilobytes "$indexed")")" 1.2
 
+# The charts -explain draws with Graphviz dot. Dot's time grows far faster
+# than a chart (the whole layout of a ring of N states, each left by three
+# transitions: below), so a chart of more than 30 states or 90 transitions
+# is drawn only around the run's path. A 1,000-state chart explained may take
+# at most a second more than without; the 100,000-record chart of 50,000
+# states at most 1.5 times as long.
+echo "bench: chart drawings" >&2
+"$generate" "$work/fan" --chart state --cases 1 --records 1002 --steps 1000 --fan 3
+for states in 20 30 40 100; do
+  "$generate" "$work/fan$states" --chart state --cases 1 --records 22 --steps $states --fan 3
+  whole=$("$build/bench/qendor_bench_layout" "$work/fan$states/out/T1.ver" 100000 | cut -d' ' -f1)
+  note "dot on a whole ring of $states states (s)" "$whole" "" ""
+done
+for round in 1 2 3; do
+  diagram_into "$work/fanplain.txt" "$work/fan"
+  measure_into "$work/fanx.txt" sh -c "cd '$work/fan' && PATH='$nopath' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1 -explain"
+done
+fanx=$(seconds "$(median_of "$work/fanx.txt")")
+fanplain=$(seconds "$(median_of "$work/fanplain.txt")")
+row "1k states, 3k transitions: -explain (s) minus" "$fanx" "$fanplain" \
+  "$(awk -v a="$fanx" -v b="$fanplain" 'BEGIN { printf "%.2f", a - b }')" 1.0
+grep -q '<Drawing [^>]*shown="neighbourhood" states="1002" transitions="3002"' "$work/fan/out/T1.xml" ||
+  { echo "bench: the 1k-state chart was not drawn" >&2; failures=$((failures + 1)); }
+for round in 1 2 3; do
+  diagram_into "$work/stateplain.txt" "$work/state"
+  measure_into "$work/statex.txt" sh -c "ulimit -s 1024; cd '$work/state' && PATH='$nopath' exec '$qendor' -infofile run.info -resultfile run.log -outdirectory out -tcase Bench.Ctx.T1 -explain"
+done
+seconds_row "100k-record chart with -explain (s) vs without" "$(median_of "$work/statex.txt")" \
+  "$(median_of "$work/stateplain.txt")" 1.5
+grep -q '<Drawing [^>]*shown="neighbourhood"' "$work/state/out/T1.xml" ||
+  { echo "bench: the 100k-record chart was not drawn" >&2; failures=$((failures + 1)); }
+
 if [ "$failures" -ne 0 ]; then
   echo "bench: $failures figure(s) missed" >&2
   exit 1

@@ -14,6 +14,9 @@
 //                        diagram has about P * (L + 1) lines
 //     --chart KIND       "state" or "flow": a statechart or flowchart test of
 //                        the full form instead of a sequence diagram
+//     --fan K            K transitions leave each state of a chart's ring: the
+//                        one to the next state, tried first, and K - 1 that
+//                        skip ahead (no assertion, so the verdict is the same)
 //     --info NAME        write only the info file, under NAME
 //     --progress yes     full-form diagram records carry their progress in
 //                        the detail text too, where the sequence step reads
@@ -45,6 +48,7 @@ struct Options {
   long steps = 100;
   long pad = 0;
   std::string chart;  // empty for sequence diagrams
+  long fan = 1;
   std::string infoOnly;
   bool progress = false;
 };
@@ -53,7 +57,7 @@ struct Options {
   std::fprintf(stderr,
                "usage: qendor_bench_generate DIR [--cases N] [--records M] "
                "[--first-records K] [--form full|short] [--files F] [--used-files U] "
-               "[--steps P] [--pad L] [--chart state|flow] [--info NAME] [--progress yes]\n");
+               "[--steps P] [--pad L] [--chart state|flow] [--fan K] [--info NAME] [--progress yes]\n");
   std::exit(2);
 }
 
@@ -161,9 +165,14 @@ void writeCharts(const Options& o) {
   for (long p = 1; p <= o.steps; ++p) {
     const std::string id = std::to_string(p);
     const bool last = p == o.steps;
-    addState(ring, "s" + id, "S" + id, "State", stepAssertion(p),
-             last ? "t" + id + "\nend" : "t" + id);
+    std::string out = "t" + id;
+    for (long k = 1; k < o.fan; ++k) out += "\nx" + id + "_" + std::to_string(k);
+    addState(ring, "s" + id, "S" + id, "State", stepAssertion(p), last ? out + "\nend" : out);
     addTransition(ring, "t" + id, last ? "s1" : "s" + std::to_string(p + 1));
+    for (long k = 1; k < o.fan; ++k) {
+      addTransition(ring, "x" + id + "_" + std::to_string(k),
+                    "s" + std::to_string((p + 1 + 3 * k) % o.steps + 1));
+    }
   }
   addTransition(ring, "end", "s_end");
   addState(ring, "s_end", "End", "LocalTermination", "", "");
@@ -276,6 +285,8 @@ int main(int argc, char** argv) {
     } else if (key == "--chart") {
       o.chart = value;
       if (o.chart != "state" && o.chart != "flow") usage();
+    } else if (key == "--fan") {
+      o.fan = number(value);
     } else if (key == "--info") {
       o.infoOnly = value;
     } else if (key == "--progress") {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "report/chart_drawing.h"
 #include "report/entry_attributes.h"
 #include "report/xml_node.h"
 #include "verify/sequence_diagnosis.h"
@@ -199,6 +200,12 @@ void writeChartStep(xmlNode* parent, const ChartDiagnosis::Step& step) {
   }
 }
 
+void writeChartPlace(xmlNode* element, const ChartDiagnosis::Step& step) {
+  setAttribute(element, "kind", step.state ? "state" : "transition");
+  setAttribute(element, "name", step.name);
+  setAttribute(element, "guid", step.guid);
+}
+
 void writeChartDiagnosis(xmlNode* diagnosis, const ChartDiagnosis& chart) {
   setAttribute(diagnosis, "kind", "chart");
   xmlNode* path = addElement(diagnosis, "Path");
@@ -216,6 +223,27 @@ void writeChartDiagnosis(xmlNode* diagnosis, const ChartDiagnosis& chart) {
   for (const std::string& name : chart.tried) {
     setAttribute(addElement(stop, "Tried"), "name", name);
   }
+  if (chart.performed) {
+    xmlNode* performed = addElement(stop, "PerformedIn");
+    writeChartPlace(performed, chart.performedIn);
+    if (!chart.reachable) setAttribute(performed, "reachable", "no");
+  }
+  if (chart.blocked) {
+    xmlNode* blocked = addElement(stop, "Blocked");
+    writeChartPlace(blocked, chart.blockedBy);
+    if (!chart.blockedStatement.empty()) {
+      setAttribute(blocked, "statement", chart.blockedStatement);
+      if (chart.blockedRecorded) setAttribute(blocked, "recorded", "yes");
+    }
+  }
+}
+
+// The chart, drawn with the diagnosis's marks: laid out once per run.
+void writeChartDrawingOf(xmlNode* diagnosis, const Diagnosis& explained) {
+  if (!explained.chartList || explained.chartList->empty()) return;
+  const std::shared_ptr<const ChartLayout> layout =
+      cachedLayout(explained.chartList, diagnosisLimits(explained.chart));
+  writeChartDrawing(diagnosis, *layout, chartMarks(explained.chart));
 }
 
 // The entries after the rejected one, numbered on from it, as the assertion
@@ -248,6 +276,7 @@ void writeDiagnosis(xmlNode* testCaseResult, const TestCaseVerdict& verdict,
     writeSequenceDiagnosis(element, *lines, verdict, context);
   } else {
     writeChartDiagnosis(element, diagnosis.chart);
+    writeChartDrawingOf(element, diagnosis);
   }
   writeNotJudged(element, verdict, sourceFiles);
 }

@@ -67,6 +67,15 @@
     <d:s lang="en" k="pos.ended">the run ended here</d:s>
     <d:s lang="en" k="pos.and" xml:space="preserve">, </d:s>
     <d:s lang="en" k="pos.stop">.</d:s>
+    <d:s lang="en" k="performedIn">Assertion {1} is performed in {2}.</d:s>
+    <d:s lang="en" k="performedUnreachable">Assertion {1} is performed in {2}, but no way through the chart leads there from where the search stood.</d:s>
+    <d:s lang="en" k="performedNowhere">No state or transition of the chart performs assertion {1}.</d:s>
+    <d:s lang="en" k="blockedAsserts">On the shortest way from where the search stood, {1} asserts {2}, which the run never recorded.</d:s>
+    <d:s lang="en" k="blockedRecorded">On the shortest way from where the search stood, {1} asserts {2}, which the run recorded, but not at this point.</d:s>
+    <d:s lang="en" k="blockedNotTaken">On the shortest way from where the search stood, {1} was not taken.</d:s>
+    <d:s lang="en" k="shown">Showing {1} of {2} states around the run's path.</d:s>
+    <d:s lang="en" k="drawingTitle">Chart of {1} states and {2} transitions; the path is numbered in order.</d:s>
+    <d:s lang="en" k="stopMark">stopped here</d:s>
 
     <d:s lang="zh-CN" k="title">运行偏离模型的位置</d:s>
     <d:s lang="zh-CN" k="expected">预期步骤</d:s>
@@ -111,6 +120,15 @@
     <d:s lang="zh-CN" k="pos.ended">运行在此结束</d:s>
     <d:s lang="zh-CN" k="pos.and">，</d:s>
     <d:s lang="zh-CN" k="pos.stop">。</d:s>
+    <d:s lang="zh-CN" k="performedIn">断言 {1} 在{2}中执行。</d:s>
+    <d:s lang="zh-CN" k="performedUnreachable">断言 {1} 在{2}中执行，但从搜索停留处没有路径通往那里。</d:s>
+    <d:s lang="zh-CN" k="performedNowhere">图中没有任何状态或转换执行断言 {1}。</d:s>
+    <d:s lang="zh-CN" k="blockedAsserts">在从搜索停留处出发的最短路径上，{1} 断言 {2}，而运行从未记录该断言。</d:s>
+    <d:s lang="zh-CN" k="blockedRecorded">在从搜索停留处出发的最短路径上，{1} 断言 {2}，运行记录了该断言，但不在此处。</d:s>
+    <d:s lang="zh-CN" k="blockedNotTaken">在从搜索停留处出发的最短路径上，未经过{1}。</d:s>
+    <d:s lang="zh-CN" k="shown">显示运行路径周围 {2} 个状态中的 {1} 个。</d:s>
+    <d:s lang="zh-CN" k="drawingTitle">图：{1} 个状态，{2} 个转换；路径按顺序编号。</d:s>
+    <d:s lang="zh-CN" k="stopMark">在此停止</d:s>
 
     <d:s lang="zh-TW" k="title">執行偏離模型的位置</d:s>
     <d:s lang="zh-TW" k="expected">預期步驟</d:s>
@@ -155,6 +173,15 @@
     <d:s lang="zh-TW" k="pos.ended">執行在此結束</d:s>
     <d:s lang="zh-TW" k="pos.and">，</d:s>
     <d:s lang="zh-TW" k="pos.stop">。</d:s>
+    <d:s lang="zh-TW" k="performedIn">斷言 {1} 在{2}中執行。</d:s>
+    <d:s lang="zh-TW" k="performedUnreachable">斷言 {1} 在{2}中執行，但從搜尋停留處沒有路徑通往那裡。</d:s>
+    <d:s lang="zh-TW" k="performedNowhere">圖中沒有任何狀態或轉換執行斷言 {1}。</d:s>
+    <d:s lang="zh-TW" k="blockedAsserts">在從搜尋停留處出發的最短路徑上，{1} 斷言 {2}，而執行從未記錄該斷言。</d:s>
+    <d:s lang="zh-TW" k="blockedRecorded">在從搜尋停留處出發的最短路徑上，{1} 斷言 {2}，執行記錄了該斷言，但不在此處。</d:s>
+    <d:s lang="zh-TW" k="blockedNotTaken">在從搜尋停留處出發的最短路徑上，未經過{1}。</d:s>
+    <d:s lang="zh-TW" k="shown">顯示執行路徑周圍 {2} 個狀態中的 {1} 個。</d:s>
+    <d:s lang="zh-TW" k="drawingTitle">圖：{1} 個狀態，{2} 個轉換；路徑依序編號。</d:s>
+    <d:s lang="zh-TW" k="stopMark">在此停止</d:s>
 
     <d:s lang="ko" k="title">실행이 모델을 벗어난 위치</d:s>
     <d:s lang="ko" k="expected">예상 단계</d:s>
@@ -199,6 +226,15 @@
     <d:s lang="ko" k="pos.ended">실행이 여기서 끝났습니다</d:s>
     <d:s lang="ko" k="pos.and" xml:space="preserve">, </d:s>
     <d:s lang="ko" k="pos.stop">.</d:s>
+    <d:s lang="ko" k="performedIn">어설션 {1}은(는) {2}에서 수행됩니다.</d:s>
+    <d:s lang="ko" k="performedUnreachable">어설션 {1}은(는) {2}에서 수행되지만, 검색이 멈춘 곳에서 그곳으로 가는 길이 없습니다.</d:s>
+    <d:s lang="ko" k="performedNowhere">차트의 어떤 상태나 전이도 어설션 {1}을(를) 수행하지 않습니다.</d:s>
+    <d:s lang="ko" k="blockedAsserts">검색이 멈춘 곳에서 가는 최단 경로에서 {1}이(가) {2}을(를) 어설션하지만, 실행은 이를 기록하지 않았습니다.</d:s>
+    <d:s lang="ko" k="blockedRecorded">검색이 멈춘 곳에서 가는 최단 경로에서 {1}이(가) {2}을(를) 어설션하며, 실행은 이를 기록했지만 이 지점에서는 아닙니다.</d:s>
+    <d:s lang="ko" k="blockedNotTaken">검색이 멈춘 곳에서 가는 최단 경로에서 {1}을(를) 지나지 않았습니다.</d:s>
+    <d:s lang="ko" k="shown">실행 경로 주변의 상태 {2}개 중 {1}개를 표시합니다.</d:s>
+    <d:s lang="ko" k="drawingTitle">상태 {1}개와 전이 {2}개의 차트; 경로에 순서대로 번호가 매겨져 있습니다.</d:s>
+    <d:s lang="ko" k="stopMark">여기서 멈춤</d:s>
 
     <d:s lang="ja" k="title">実行がモデルから外れた箇所</d:s>
     <d:s lang="ja" k="expected">期待されたステップ</d:s>
@@ -243,6 +279,15 @@
     <d:s lang="ja" k="pos.ended">実行はここで終了しました</d:s>
     <d:s lang="ja" k="pos.and">、</d:s>
     <d:s lang="ja" k="pos.stop">。</d:s>
+    <d:s lang="ja" k="performedIn">アサーション {1} は{2}で実行されます。</d:s>
+    <d:s lang="ja" k="performedUnreachable">アサーション {1} は{2}で実行されますが、探索が止まった場所からそこへ至る経路はありません。</d:s>
+    <d:s lang="ja" k="performedNowhere">チャートのどの状態や遷移もアサーション {1} を実行しません。</d:s>
+    <d:s lang="ja" k="blockedAsserts">探索が止まった場所からの最短経路上で、{1} が {2} をアサートしていますが、実行はそれを記録していません。</d:s>
+    <d:s lang="ja" k="blockedRecorded">探索が止まった場所からの最短経路上で、{1} が {2} をアサートしています。実行はそれを記録しましたが、この時点ではありません。</d:s>
+    <d:s lang="ja" k="blockedNotTaken">探索が止まった場所からの最短経路上で、{1} を通りませんでした。</d:s>
+    <d:s lang="ja" k="shown">実行の経路の周りの状態 {2} 個のうち {1} 個を表示しています。</d:s>
+    <d:s lang="ja" k="drawingTitle">状態 {1} 個と遷移 {2} 個のチャート。経路には順に番号が付いています。</d:s>
+    <d:s lang="ja" k="stopMark">ここで停止</d:s>
   </d:strings>
 
   <xsl:variable name="diagnosisWords" select="document('')/*/d:strings/d:s"/>
@@ -741,6 +786,7 @@
           </xsl:otherwise>
         </xsl:choose>
       </p>
+      <xsl:call-template name="diag-chart-why"/>
     </xsl:if>
     <p class="path-title">
       <xsl:call-template name="dw"><xsl:with-param name="k" select="'path'"/></xsl:call-template>
@@ -817,6 +863,228 @@
         </xsl:for-each>
       </p>
     </xsl:if>
+    <xsl:apply-templates select="Drawing" mode="diag"/>
+  </xsl:template>
+
+  <!-- A word of the diagnosis with {1} and {2} in it replaced by the
+       fragments $a1 and $a2, so that each language orders its sentence. -->
+  <xsl:template name="diag-fill">
+    <xsl:param name="k"/>
+    <xsl:param name="text"><xsl:call-template name="dw"><xsl:with-param name="k" select="$k"/></xsl:call-template></xsl:param>
+    <xsl:param name="a1"/>
+    <xsl:param name="a2"/>
+    <xsl:choose>
+      <xsl:when test="contains($text, '{')">
+        <xsl:variable name="rest" select="substring-after($text, '{')"/>
+        <xsl:value-of select="substring-before($text, '{')"/>
+        <xsl:choose>
+          <xsl:when test="starts-with($rest, '1}')"><xsl:copy-of select="$a1"/></xsl:when>
+          <xsl:when test="starts-with($rest, '2}')"><xsl:copy-of select="$a2"/></xsl:when>
+          <xsl:otherwise><xsl:text>{</xsl:text><xsl:value-of select="substring($rest, 1, 2)"/></xsl:otherwise>
+        </xsl:choose>
+        <xsl:call-template name="diag-fill">
+          <xsl:with-param name="text" select="substring($rest, 3)"/>
+          <xsl:with-param name="a1" select="$a1"/>
+          <xsl:with-param name="a2" select="$a2"/>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:otherwise><xsl:value-of select="$text"/></xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- "state Paid": a PerformedIn or Blocked element's record. -->
+  <xsl:template name="diag-place">
+    <xsl:call-template name="dw"><xsl:with-param name="k" select="@kind"/></xsl:call-template>
+    <xsl:text> </xsl:text>
+    <strong title="{@guid}"><xsl:value-of select="@name"/></strong>
+  </xsl:template>
+
+  <!-- Where the chart performs the missed assertion, and what on the way
+       there the run did not pass. -->
+  <xsl:template name="diag-chart-why">
+    <xsl:variable name="stop" select="NoMatch | NoEnd"/>
+    <xsl:if test="NoMatch">
+      <p class="diag-sentence why">
+        <xsl:choose>
+          <xsl:when test="NoMatch/PerformedIn">
+            <xsl:call-template name="diag-fill">
+              <xsl:with-param name="k">
+                <xsl:choose>
+                  <xsl:when test="NoMatch/PerformedIn/@reachable = 'no'">performedUnreachable</xsl:when>
+                  <xsl:otherwise>performedIn</xsl:otherwise>
+                </xsl:choose>
+              </xsl:with-param>
+              <xsl:with-param name="a1" select="string(NoMatch/@assertion)"/>
+              <xsl:with-param name="a2"><xsl:for-each select="NoMatch/PerformedIn"><xsl:call-template name="diag-place"/></xsl:for-each></xsl:with-param>
+            </xsl:call-template>
+          </xsl:when>
+          <xsl:otherwise>
+            <xsl:call-template name="diag-fill">
+              <xsl:with-param name="k" select="'performedNowhere'"/>
+              <xsl:with-param name="a1" select="string(NoMatch/@assertion)"/>
+            </xsl:call-template>
+          </xsl:otherwise>
+        </xsl:choose>
+      </p>
+    </xsl:if>
+    <xsl:for-each select="$stop/Blocked">
+      <p class="diag-sentence why">
+        <xsl:call-template name="diag-fill">
+          <xsl:with-param name="k">
+            <xsl:choose>
+              <xsl:when test="not(@statement)">blockedNotTaken</xsl:when>
+              <xsl:when test="@recorded = 'yes'">blockedRecorded</xsl:when>
+              <xsl:otherwise>blockedAsserts</xsl:otherwise>
+            </xsl:choose>
+          </xsl:with-param>
+          <xsl:with-param name="a1"><xsl:call-template name="diag-place"/></xsl:with-param>
+          <xsl:with-param name="a2"><code><xsl:value-of select="@statement"/></code></xsl:with-param>
+        </xsl:call-template>
+      </p>
+    </xsl:for-each>
+  </xsl:template>
+
+  <!-- The chart as Graphviz laid it out: clusters, then states, then
+       transitions, each marked with its places on the path. Drawn as inline
+       SVG in its own scrolling box; the chips above are its text. -->
+  <xsl:template match="Drawing" mode="diag">
+    <xsl:variable name="cid"><xsl:call-template name="case-id"><xsl:with-param name="tc" select="ancestor::TestCaseResult[1]"/></xsl:call-template></xsl:variable>
+    <xsl:variable name="stopAssertion" select="../NoMatch/@assertion"/>
+    <xsl:if test="@shown = 'neighbourhood'">
+      <p class="drawing-note">
+        <xsl:call-template name="diag-fill">
+          <xsl:with-param name="k" select="'shown'"/>
+          <xsl:with-param name="a1" select="string(@shownStates)"/>
+          <xsl:with-param name="a2" select="string(@states)"/>
+        </xsl:call-template>
+      </p>
+    </xsl:if>
+    <xsl:variable name="label">
+      <xsl:call-template name="diag-fill">
+        <xsl:with-param name="k" select="'drawingTitle'"/>
+        <xsl:with-param name="a1" select="string(@shownStates)"/>
+        <xsl:with-param name="a2" select="string(@shownTransitions)"/>
+      </xsl:call-template>
+    </xsl:variable>
+    <div class="chart-drawing">
+      <svg class="chart-svg" viewBox="-24 -12 {@width + 48} {@height + 24}" width="{round(1.25 * (@width + 48))}" height="{round(1.25 * (@height + 24))}" role="img" aria-label="{normalize-space($label)}">
+        <xsl:for-each select="Cluster">
+          <g class="cl {@kind}">
+            <xsl:call-template name="diag-mark-class"/>
+            <rect x="{@x}" y="{@y}" width="{@w}" height="{@h}" rx="6"/>
+            <text x="{@x + 6}" y="{@y + 13}"><xsl:value-of select="@name"/></text>
+            <xsl:call-template name="diag-badge"><xsl:with-param name="cid" select="$cid"/><xsl:with-param name="n" select="$stopAssertion"/></xsl:call-template>
+          </g>
+        </xsl:for-each>
+        <xsl:for-each select="Edge">
+          <g class="ed {@kind}">
+            <xsl:call-template name="diag-mark-class"/>
+            <path d="{@path}"/>
+            <xsl:if test="@arrow"><polygon points="{@arrow}"/></xsl:if>
+            <xsl:if test="@lx">
+              <text x="{@lx}" y="{@ly + 3}" text-anchor="middle"><xsl:value-of select="@name"/></text>
+            </xsl:if>
+            <xsl:call-template name="diag-badge"><xsl:with-param name="cid" select="$cid"/><xsl:with-param name="n" select="$stopAssertion"/></xsl:call-template>
+          </g>
+        </xsl:for-each>
+        <xsl:for-each select="Node">
+          <g class="nd {@kind}">
+            <xsl:call-template name="diag-mark-class"/>
+            <xsl:choose>
+              <xsl:when test="@kind = 'start' or @kind = 'initial'">
+                <circle cx="{@x + @w div 2}" cy="{@y + @h div 2}" r="{@w div 2}"/>
+              </xsl:when>
+              <xsl:otherwise>
+                <rect x="{@x}" y="{@y}" width="{@w}" height="{@h}" rx="5"/>
+                <xsl:if test="@kind = 'termination'">
+                  <rect class="inner" x="{@x + 3}" y="{@y + 3}" width="{@w - 6}" height="{@h - 6}" rx="3"/>
+                </xsl:if>
+                <text x="{@x + @w div 2}" y="{@y + @h div 2 + 4}" text-anchor="middle"><xsl:value-of select="@name"/></text>
+                <xsl:call-template name="diag-badge"><xsl:with-param name="cid" select="$cid"/><xsl:with-param name="n" select="$stopAssertion"/></xsl:call-template>
+              </xsl:otherwise>
+            </xsl:choose>
+          </g>
+        </xsl:for-each>
+      </svg>
+    </div>
+  </xsl:template>
+
+  <!-- The marks of a drawn state or transition as classes: on the path or
+       pale, and where the run stopped. -->
+  <xsl:template name="diag-mark-class">
+    <xsl:attribute name="class">
+      <xsl:value-of select="concat(local-name(), ' ', @kind)"/>
+      <xsl:choose>
+        <xsl:when test="@visited"> on</xsl:when>
+        <xsl:when test="@kind = 'start' or @kind = 'initial'"/>
+        <xsl:otherwise> pale</xsl:otherwise>
+      </xsl:choose>
+      <xsl:if test="@stop"> stop</xsl:if>
+      <xsl:if test="@performs"> performs</xsl:if>
+      <xsl:if test="@blocked"> blocked</xsl:if>
+      <xsl:if test="@way"> way</xsl:if>
+    </xsl:attribute>
+  </xsl:template>
+
+  <!-- The step numbers beside a drawn record (above a transition's label),
+       and on the record where the run stopped the red mark that leads to
+       the assertion's row. -->
+  <xsl:template name="diag-badge">
+    <xsl:param name="cid"/>
+    <xsl:param name="n"/>
+    <xsl:variable name="bx">
+      <xsl:choose>
+        <xsl:when test="self::Edge"><xsl:value-of select="@lx"/></xsl:when>
+        <xsl:otherwise><xsl:value-of select="@x + @w"/></xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
+    <xsl:variable name="by">
+      <xsl:choose>
+        <xsl:when test="self::Edge"><xsl:value-of select="@ly - 9"/></xsl:when>
+        <xsl:otherwise><xsl:value-of select="@y"/></xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
+    <xsl:if test="@steps and string($bx) != ''">
+      <xsl:variable name="numbers" select="translate(@steps, ' ', ',')"/>
+      <xsl:variable name="more"><xsl:if test="@visited &gt; string-length(translate(@steps, '0123456789', '')) + 1">+</xsl:if></xsl:variable>
+      <xsl:variable name="bw" select="6 * string-length(concat($numbers, $more)) + 8"/>
+      <rect class="badge" x="{$bx - $bw div 2}" y="{$by - 7}" width="{$bw}" height="14" rx="7"/>
+      <text class="badge" x="{$bx}" y="{$by + 3.5}" text-anchor="middle"><xsl:value-of select="concat($numbers, $more)"/></text>
+    </xsl:if>
+    <xsl:if test="(@stop or @performs) and string($bx) != ''">
+      <!-- Beside the step numbers: at a state's top left corner, below a
+           transition's label. -->
+      <xsl:variable name="sx">
+        <xsl:choose>
+          <xsl:when test="self::Edge"><xsl:value-of select="@lx"/></xsl:when>
+          <xsl:otherwise><xsl:value-of select="@x"/></xsl:otherwise>
+        </xsl:choose>
+      </xsl:variable>
+      <xsl:variable name="sy">
+        <xsl:choose>
+          <xsl:when test="self::Edge"><xsl:value-of select="@ly + 14"/></xsl:when>
+          <xsl:otherwise><xsl:value-of select="@y"/></xsl:otherwise>
+        </xsl:choose>
+      </xsl:variable>
+      <xsl:variable name="text">
+        <xsl:choose>
+          <xsl:when test="$n and @stop">&#10007; #<xsl:value-of select="$n"/></xsl:when>
+          <xsl:when test="$n">#<xsl:value-of select="$n"/></xsl:when>
+          <xsl:otherwise>&#10007; <xsl:call-template name="dw"><xsl:with-param name="k" select="'stopMark'"/></xsl:call-template></xsl:otherwise>
+        </xsl:choose>
+      </xsl:variable>
+      <xsl:variable name="mw" select="6.5 * string-length($text) + 8"/>
+      <xsl:variable name="mark">
+        <rect class="mark" x="{$sx - $mw div 2}" y="{$sy - 8}" width="{$mw}" height="16" rx="8"/>
+        <text class="mark" x="{$sx}" y="{$sy + 4}" text-anchor="middle"><xsl:value-of select="$text"/></text>
+      </xsl:variable>
+      <xsl:choose>
+        <xsl:when test="$n">
+          <a class="stop-mark" href="#{$cid}-a{$n}" tabindex="-1"><xsl:copy-of select="$mark"/></a>
+        </xsl:when>
+        <xsl:otherwise><g class="stop-mark"><xsl:copy-of select="$mark"/></g></xsl:otherwise>
+      </xsl:choose>
+    </xsl:if>
   </xsl:template>
 
   <!-- Written once per diagnosis: the sections stand apart and a page
@@ -860,6 +1128,36 @@ a.chip.rejected:hover{text-decoration:underline;}
 .asserts tr.not-judged>*{color:var(--muted,#57606a);background:var(--soft,#f6f8fa);}
 .asserts tr.not-judged td:nth-child(2)::before{content:"\2013\a0";content:"\2013\a0"/"";}
 .asserts .nj-mark{display:block;white-space:normal;font-style:italic;font-weight:400;}
+.diag .why code{color:var(--fg,#1f2328);}
+.drawing-note{margin:.5em 0 .25em;color:var(--muted,#57606a);}
+.chart-drawing{margin:.5em 0 0;max-width:100%;max-height:70vh;overflow:auto;border:1px solid var(--line,#d0d7de);border-radius:6px;background:var(--card,#fff);}
+.chart-drawing svg{display:block;font-size:11px;}
+.chart-drawing text{fill:var(--fg,#1f2328);stroke:none;}
+.chart-drawing .pale text{fill:var(--muted,#57606a);}
+.chart-drawing .Cluster rect{fill:var(--soft,#eef1f4);stroke:var(--muted,#57606a);stroke-width:1;}
+.chart-drawing .Cluster.pale rect{fill:none;stroke-dasharray:3 2;}
+.chart-drawing .Cluster text{font-weight:600;}
+.chart-drawing .Node rect{fill:var(--card,#fff);stroke:var(--muted,#57606a);stroke-width:1.5;}
+.chart-drawing .Node.pale rect{stroke-dasharray:3 2;}
+.chart-drawing .Node.on rect{fill:var(--pass-bg,#dcf5e6);stroke:var(--pass,#0f6b3a);stroke-width:2;}
+.chart-drawing .Node circle{fill:var(--fg,#1f2328);}
+.chart-drawing .Edge path{fill:none;stroke:var(--muted,#57606a);stroke-width:1.2;}
+.chart-drawing .Edge polygon{fill:var(--muted,#57606a);}
+.chart-drawing .Edge.pale path{stroke-dasharray:4 3;}
+.chart-drawing .Edge.on path{stroke:var(--pass,#0f6b3a);stroke-width:2.2;}
+.chart-drawing .Edge.on polygon{fill:var(--pass,#0f6b3a);}
+.chart-drawing .Edge text{font-size:10px;}
+.chart-drawing .way path{stroke:var(--error,#8a4b00);stroke-dasharray:6 3;}
+.chart-drawing .performs rect{stroke:var(--fail,#b01c0c);stroke-width:2;stroke-dasharray:5 3;}
+.chart-drawing .blocked rect,.chart-drawing .blocked path{stroke:var(--error,#8a4b00);stroke-width:3;}
+.chart-drawing .blocked polygon{fill:var(--error,#8a4b00);}
+.chart-drawing .stop rect,.chart-drawing .stop path{stroke:var(--fail,#b01c0c);stroke-width:3;}
+.chart-drawing rect.mark,.chart-drawing .performs rect.mark{fill:var(--fail-bg,#ffe8e3);stroke:var(--fail,#b01c0c);stroke-width:1.5;stroke-dasharray:none;}
+.chart-drawing text.mark,.chart-drawing .pale text.mark{fill:var(--fail,#b01c0c);font-weight:700;font-size:10px;}
+.chart-drawing a.stop-mark:hover text,.chart-drawing a.stop-mark:focus text{text-decoration:underline;}
+.chart-drawing rect.badge{fill:var(--card,#fff);stroke:var(--pass,#0f6b3a);stroke-width:1.2;stroke-dasharray:none;}
+.chart-drawing text.badge{font-size:10px;font-weight:600;fill:var(--pass,#0f6b3a);}
+.chart-drawing .pale text.badge{fill:var(--pass,#0f6b3a);}
 @media print{.diag{break-inside:avoid;}}
 </xsl:text>
   </xsl:template>

@@ -147,6 +147,55 @@ TEST(Explain, RecordsAfterTheRejectionAreListedAsNotJudged) {
       << context;
 }
 
+// The parcel's chart: where its third assertion is performed, what on the
+// way there the run never recorded, and the chart drawn alike in the test
+// case's document and the context's.
+TEST(Explain, ChartsAreDrawnWithWhereTheMissedAssertionLives) {
+  int status = 0;
+  const auto documents = runDocuments(kScenarios[4], "-tcontext", "Shop.Returns", true, status);
+  EXPECT_EQ(status, 10);
+  std::string context, own;
+  for (const auto& [file, xml] : documents) {
+    if (file == "Returns.xml") context = xml;
+    if (file == "ReturnParcel.xml") own = xml;
+  }
+  EXPECT_NE(context.find("<Tried name=\"clear\"/>\n"
+                         "          <PerformedIn kind=\"state\" name=\"Paid\" "
+                         "guid=\"8d2f6c1e-0b1a-4f7e-9c3d-1a2b3c4d0003\"/>\n"
+                         "          <Blocked kind=\"transition\" name=\"checkout\" "
+                         "guid=\"8d2f6c1e-0b1a-4f7e-9c3d-1a2b3c4d0102\" "
+                         "statement=\"ZKR_ASSERT_TRUE(cart.total()&gt;0);\"/>\n"
+                         "        </NoMatch>\n"
+                         "        <Drawing "),
+            std::string::npos)
+      << context;
+  const size_t at = context.find("<Drawing ");
+  ASSERT_NE(at, std::string::npos);
+  const std::string drawing = context.substr(at, context.find("</Drawing>", at) - at);
+  EXPECT_NE(drawing.find(R"(shown="all" states="4" transitions="4" shownStates="4" )"
+                         R"(shownTransitions="4">)"),
+            std::string::npos)
+      << drawing;
+  EXPECT_NE(drawing.find(R"(name="Filled" )"), std::string::npos);
+  EXPECT_NE(drawing.find(R"(visited="1" steps="3" assertions="2" stop="yes" way="yes"/>)"),
+            std::string::npos)
+      << drawing;
+  EXPECT_NE(drawing.find(R"(performs="yes" way="yes"/>)"), std::string::npos) << drawing;
+  EXPECT_NE(drawing.find(R"(blocked="yes" way="yes"/>)"), std::string::npos) << drawing;
+  // The same layout, byte for byte, in the test case's own document (two
+  // spaces less indented).
+  std::string shifted;
+  for (size_t from = 0; from < drawing.size();) {
+    size_t end = drawing.find('\n', from);
+    if (end == std::string::npos) end = drawing.size();
+    std::string line = drawing.substr(from, end - from);
+    if (line.compare(0, 2, "  ") == 0) line.erase(0, 2);
+    shifted += line + (end < drawing.size() ? "\n" : "");
+    from = end + 1;
+  }
+  EXPECT_NE(own.find(shifted), std::string::npos) << own;
+}
+
 TEST(Explain, TheOptionTakesNoValueAndStandsAnywhere) {
   int first = 0;
   const Scenario& setup = kScenarios[0];

@@ -61,6 +61,7 @@ common_words() {
 sample_words() {
   case $1 in
     ENU) printf '%s\n' \
+      'context_diagnosis|Assertion 3 is performed in state <strong' 'context_diagnosis|On the shortest way from where the search stood, transition <strong' 'context_diagnosis|, which the run never recorded.' 'context_diagnosis|Chart of 4 states and 4 transitions; the path is numbered in order.' \
       'context_diagnosis|not judged' 'context_diagnosis|more records not judged: 2' \
       'context_diagnosis|rejected by the model' 'context_diagnosis|Returns.refundToCard' 'context_diagnosis|recorded by another test case of this context' \
       'context_diagnosis|Where the run left the model' 'context_diagnosis|Expected step' 'context_diagnosis|the run recorded step' 'context_diagnosis|Path the verification followed' 'context_diagnosis|Transitions tried:' \
@@ -77,6 +78,7 @@ sample_words() {
       'context|Result verification currently not supported for SDs with interaction operator parallel' \
       'context_empty|This test context has no test cases.' ;;
     CHS) printf '%s\n' \
+      'context_diagnosis|断言 3 在状态 <strong' 'context_diagnosis|，而运行从未记录该断言。' 'context_diagnosis|图：4 个状态，4 个转换；路径按顺序编号。' \
       'context_diagnosis|未评判' \
       'context_diagnosis|被模型拒绝' 'context_diagnosis|由本上下文的另一个测试用例记录' \
       'context_diagnosis|运行偏离模型的位置' 'context_diagnosis|预期步骤' 'context_diagnosis|运行记录的步骤为' 'context_diagnosis|验证所经过的路径' \
@@ -88,6 +90,7 @@ sample_words() {
       'context|状态图包含结果验证不支持的元素' 'context|并行交互运算符' \
       'context_empty|此测试上下文不包含测试用例。' ;;
     CHT) printf '%s\n' \
+      'context_diagnosis|斷言 3 在狀態 <strong' 'context_diagnosis|，而執行從未記錄該斷言。' 'context_diagnosis|圖：4 個狀態，4 個轉換；路徑依序編號。' \
       'context_diagnosis|未評判' \
       'context_diagnosis|被模型拒絕' 'context_diagnosis|由本上下文的另一個測試案例記錄' \
       'context_diagnosis|執行偏離模型的位置' 'context_diagnosis|預期步驟' 'context_diagnosis|執行記錄的步驟為' 'context_diagnosis|驗證所經過的路徑' \
@@ -99,6 +102,7 @@ sample_words() {
       'context|狀態圖包含結果驗證不支援的元素' 'context|平行互動運算子' \
       'context_empty|此測試上下文不包含測試案例。' ;;
     KOR) printf '%s\n' \
+      'context_diagnosis|어설션 3은(는) 상태 <strong' 'context_diagnosis|실행은 이를 기록하지 않았습니다.' 'context_diagnosis|상태 4개와 전이 4개의 차트' \
       'context_diagnosis|판정하지 않음' \
       'context_diagnosis|모델이 거부함' 'context_diagnosis|이 컨텍스트의 다른 테스트 케이스가 기록함' \
       'context_diagnosis|실행이 모델을 벗어난 위치' 'context_diagnosis|예상 단계' 'context_diagnosis|실행이 기록한 단계' 'context_diagnosis|검증이 따라간 경로' \
@@ -112,6 +116,7 @@ sample_words() {
       'context|병렬 상호작용 연산자' \
       'context_empty|이 테스트 컨텍스트에는 테스트 케이스가 없습니다.' ;;
     JPN) printf '%s\n' \
+      'context_diagnosis|アサーション 3 は状態 <strong' 'context_diagnosis|実行はそれを記録していません。' 'context_diagnosis|状態 4 個と遷移 4 個のチャート。' \
       'context_diagnosis|未判定' \
       'context_diagnosis|モデルが拒否' 'context_diagnosis|このコンテキストの別のテストケースが記録' \
       'context_diagnosis|実行がモデルから外れた箇所' 'context_diagnosis|期待されたステップ' 'context_diagnosis|実行が記録したステップ' 'context_diagnosis|検証がたどった経路' \
@@ -236,6 +241,16 @@ for code in $langs; do
       check "$what: rejected chart row marked" has "$html" '<tr ID="tc-ReturnParcel-a3" class="model-rejected">'
       check "$what: chart mark links to the row" has "$html" '<a class="chip rejected" id="tc-ReturnParcel-rej" href="#tc-ReturnParcel-a3">'
       check "$what: other rows unmarked" lacks "$html" '<tr ID="tc-RefundOrder-a3" class'
+      # The chart drawn from its layout: an image with a text label, the
+      # path numbered, unvisited records pale, the stop's mark linked to the
+      # row without a second id.
+      check "$what: chart drawn" has "$html" '<div class="chart-drawing"><svg class="chart-svg" viewBox="-24 -12 133.7 328.4" width="167" height="411" role="img" aria-label="'
+      check "$what: stop drawn" has "$html" '<g class="Node state on stop way"><rect x="7.8" y="119.2" width="62" height="30" rx="5"></rect><text x="38.8" y="138.2" text-anchor="middle">Filled</text>'
+      check "$what: step numbers drawn" has "$html" '<text class="badge" x="69.8" y="122.7" text-anchor="middle">3</text>'
+      check "$what: stop mark links to the row" has "$html" '<a class="stop-mark" href="#tc-ReturnParcel-a3" tabindex="-1">'
+      check "$what: performer drawn" has "$html" '<g class="Node state pale performs way">'
+      check "$what: blocked transition drawn" has "$html" '<g class="Edge transition pale blocked way"><path d="M 38.8,149.5'
+      check "$what: one element has the stop id" test "$(grep -o 'id="tc-ReturnParcel-rej"' "$html" | wc -l)" -eq 1
       check "$what: records after the rejection listed greyed" has "$html" '<tr ID="tc-RefundOrder-a5" class="not-judged">'
     fi
     if [ "$code" != ENU ]; then
@@ -246,12 +261,12 @@ for code in $langs; do
     fi
     if command -v xmllint >/dev/null 2>&1; then
       # The HTML parser of xmllint knows HTML 4 elements only: it calls the
-      # HTML 5 elements that the page uses on purpose ("Tag details invalid")
+      # HTML 5 and SVG elements that the page uses on purpose ("Tag details invalid")
       # unknown. Every other message is an error of the page.
       xmllint --html --noout "$html" >"$work/lint" 2>&1
       lint_status=$?
       grep 'parser error' "$work/lint" |
-        grep -v -E ': Tag (details|summary|svg|rect|header|section|main|footer|wbr) invalid$' >"$work/lint.bad"
+        grep -v -E ': Tag (details|summary|svg|rect|g|path|polygon|circle|text|header|section|main|footer|wbr) invalid$' >"$work/lint.bad"
       if [ "$lint_status" -eq 0 ] && [ ! -s "$work/lint.bad" ]; then
         ok
       else

@@ -7,6 +7,7 @@
 #include "verify/assertion_entries.h"
 #include "verify/assertion_text.h"
 #include "verify/chart_search.h"
+#include "verify/chart_way.h"
 #include "verify/sequence_diagnosis.h"
 #include "verify/sequence_verification.h"
 
@@ -35,6 +36,7 @@ class Judgement {
     } else if (isChart(model.kind) && model.chart) {
       diagnosis_ = std::make_shared<Diagnosis>();
       chartTrace_ = &diagnosis_->chart;
+      diagnosis_->chartList = model.chart;
     }
   }
 
@@ -193,6 +195,14 @@ class Judgement {
       trace.stoppedEntry = verdict_.entries.size();
       trace.assertion = statement;
       for (const ChartRecord* tried : search.tried) trace.tried.push_back(tried->transitionName);
+      const ChartRecord* performer = performingRecord(*model_.chart, statement);
+      if (performer) {
+        trace.performed = true;
+        trace.performedIn = stepOf(*performer);
+        explainWay(
+            from, [performer](const ChartRecord& r) { return &r == performer; }, statement);
+        trace.reachable = !trace.way.empty();
+      }
       return;
     }
     for (size_t i = 0; i < search.path.size(); ++i) {
@@ -239,6 +249,37 @@ class Judgement {
       }
     }
     verdict_.passage = std::move(passage_);
+  }
+
+  // The shortest way from the stop to a goal, and what on it the run did
+  // not pass (an assertion other than `sought` that it may never have
+  // recorded).
+  void explainWay(const ChartRecord* from, const std::function<bool(const ChartRecord&)>& isGoal,
+                  const std::string& sought) {
+    ChartDiagnosis& trace = *chartTrace_;
+    const std::vector<const ChartRecord*> way = shortestWay(*model_.chart, from, isGoal);
+    for (const ChartRecord* record : way) trace.way.push_back(record->guid);
+    WayBlock block = firstBlock(way, sought);
+    if (!block.record) return;
+    trace.blocked = true;
+    trace.blockedBy = stepOf(*block.record);
+    trace.blockedStatement = std::move(block.statement);
+    if (trace.blockedStatement.empty()) return;
+    for (const AssertionEntry& entry : verdict_.entries) {
+      if (assertionStatementIn(withoutBlanks(entry.record->assertionText)) ==
+          trace.blockedStatement) {
+        trace.blockedRecorded = true;
+        break;
+      }
+    }
+  }
+
+  static std::string withoutBlanks(std::string_view text) {
+    std::string result;
+    for (char c : text) {
+      if (c != ' ') result += c;
+    }
+    return result;
   }
 
   // One failed record fails the test case for good.
@@ -298,6 +339,7 @@ class Judgement {
         for (const ChartRecord* tried : search.tried) {
           chartTrace_->tried.push_back(tried->transitionName);
         }
+        explainWay(currentState_, endsChart, {});
       }
     }
     if (completes) {

@@ -87,6 +87,22 @@ struct ChartDiagnosis {
   size_t stoppedEntry = 0;
   std::string assertion;
   std::vector<std::string> tried;
+  // Where the chart performs the assertion that matched nothing, if it does
+  // anywhere, and whether a way leads there from the stop.
+  bool performed = false;
+  Step performedIn;
+  bool reachable = false;
+  // The first record on a shortest way from the stop to where the assertion
+  // is performed (to the chart's end, for the search of the end) that the
+  // run did not pass: one whose action performs another assertion, that
+  // statement, and whether the run recorded it anywhere; or else the way's
+  // first transition, with no statement.
+  bool blocked = false;
+  Step blockedBy;
+  std::string blockedStatement;
+  bool blockedRecorded = false;
+  // The guids of that way, from the stop.
+  std::vector<std::string> way;
 
   void add(Step step);
 };
@@ -99,6 +115,8 @@ struct Diagnosis {
   ChartDiagnosis chart;
   // The diagram the test case was judged against (kSequence only).
   std::shared_ptr<const SequenceLines> sequenceLines;
+  // The chart the test case was judged against (kChart only), to draw.
+  std::shared_ptr<const ChartList> chartList;
   // The entries after the one the model rejected, which the verdict does
   // not list: the first kMostNotJudged of them, and how many more followed.
   static constexpr size_t kMostNotJudged = 200;
