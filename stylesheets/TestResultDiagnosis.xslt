@@ -967,7 +967,7 @@
       </xsl:call-template>
     </xsl:variable>
     <div class="chart-drawing">
-      <svg class="chart-svg" viewBox="-24 -12 {@width + 48} {@height + 24}" width="{round(1.25 * (@width + 48))}" height="{round(1.25 * (@height + 24))}" role="img" aria-label="{normalize-space($label)}">
+      <svg class="chart-svg" viewBox="-24 -12 {@width + 48} {@height + 24}" width="{round(1.25 * (@width + 48))}" height="{round(1.25 * (@height + 24))}" role="group" aria-label="{normalize-space($label)}">
         <xsl:for-each select="Cluster">
           <g class="cl {@kind}">
             <xsl:call-template name="diag-mark-class"/>

@@ -244,7 +244,7 @@ for code in $langs; do
       # The chart drawn from its layout: an image with a text label, the
       # path numbered, unvisited records pale, the stop's mark linked to the
       # row without a second id.
-      check "$what: chart drawn" has "$html" '<div class="chart-drawing"><svg class="chart-svg" viewBox="-24 -12 133.7 328.4" width="167" height="411" role="img" aria-label="'
+      check "$what: chart drawn" has "$html" '<div class="chart-drawing"><svg class="chart-svg" viewBox="-24 -12 133.7 328.4" width="167" height="411" role="group" aria-label="'
       check "$what: stop drawn" has "$html" '<g class="Node state on stop way"><rect x="7.8" y="119.2" width="62" height="30" rx="5"></rect><text x="38.8" y="138.2" text-anchor="middle">Filled</text>'
       check "$what: step numbers drawn" has "$html" '<text class="badge" x="69.8" y="122.7" text-anchor="middle">3</text>'
       check "$what: stop mark links to the row" has "$html" '<a class="stop-mark" href="#tc-ReturnParcel-a3" tabindex="-1">'
