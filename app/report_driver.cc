@@ -112,7 +112,7 @@ void addModelCoverage(ReportRun& run, ResultDocument& built, const std::vector<i
     if (const TestCaseVerdict* verdict = run.verdicts.find(number)) coverages.add(number, *verdict);
   }
   appendModelCoverage(built.document.root.get(), run.settings, coverages,
-                      own ? run.earlier : nullptr);
+                      own ? run.earlier : nullptr, own);
   if (own) run.coverage = historyCoverage(run.settings, coverages);
 }
 

@@ -7,6 +7,8 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "report/case_result.h"
+#include "report/chart_drawing.h"
+#include "report/chart_layout.h"
 #include "report/xml_node.h"
 
 namespace qendor {
@@ -264,7 +266,40 @@ bool isChartElement(const ChartRecord& record) {
   return !record.stateName.empty() || !record.transitionName.empty();
 }
 
-void writeChart(xmlNode* parent, const CoveredModel& model) {
+// The chart drawn with each state's and transition's count: a small chart
+// whole, laid out once for every document; a large one only in the run's
+// own document, around what no test case reached (its focus, and so its
+// layout, would differ from document to document).
+void writeChartDrawingWithCounts(xmlNode* parent, const CoveredModel& model, bool drawLarge) {
+  constexpr size_t kMostFocus = 8;
+  const ChartList& chart = *model.chart;
+  LayoutLimits limits;
+  size_t states = 0, transitions = 0;
+  for (const auto& record : chart.records) {
+    if (!record->stateName.empty()) ++states;
+    if (!record->transitionName.empty()) ++transitions;
+  }
+  if (states > limits.mostStates || transitions > limits.mostTransitions) {
+    if (!drawLarge) return;
+    for (size_t i = 0; i < chart.size() && limits.focus.size() < kMostFocus; ++i) {
+      const ChartRecord& record = *chart.records[i];
+      if (isChartElement(record) && model.recordCounts[i] == 0) limits.focus.push_back(record.guid);
+    }
+    if (limits.focus.empty() && chart.firstRecord()) {
+      limits.focus.push_back(chart.firstRecord()->guid);
+    }
+  }
+  DrawingMarks marks;
+  for (size_t i = 0; i < chart.size(); ++i) {
+    const ChartRecord& record = *chart.records[i];
+    if (isChartElement(record) && model.recordCounts[i] > 0) {
+      marks.byGuid[record.guid].visited = model.recordCounts[i];
+    }
+  }
+  writeChartDrawing(parent, *cachedLayout(model.chart, limits), marks);
+}
+
+void writeChart(xmlNode* parent, const CoveredModel& model, bool drawLarge) {
   const ChartList& chart = *model.chart;
   xmlNode* unreached = nullptr;
   for (size_t i = 0; i < chart.size(); ++i) {
@@ -277,10 +312,11 @@ void writeChart(xmlNode* parent, const CoveredModel& model) {
     const ChartRecord& record = *chart.records[i];
     if (isChartElement(record)) writeChartRecord(parent, record, &model.recordCounts[i]);
   }
+  writeChartDrawingWithCounts(parent, model, drawLarge);
 }
 
 void writeModel(xmlNode* root, const RunSettings& settings, const CoveredModel& model,
-                const History* earlier) {
+                const History* earlier, bool own) {
   xmlNode* element = addElement(root, "ModelCoverage");
   setAttribute(element, "kind", kindText(model));
   const int32_t first = model.members.empty() ? 0 : model.members.front();
@@ -298,15 +334,17 @@ void writeModel(xmlNode* root, const RunSettings& settings, const CoveredModel& 
     writeUnreached(element, model);
     writeSequenceOutline(element, model);
   } else {
-    writeChart(element, model);
+    writeChart(element, model, own);
   }
 }
 
 }  // namespace
 
 void appendModelCoverage(xmlNode* root, const RunSettings& settings,
-                         const ModelCoverages& coverages, const History* earlier) {
-  for (const CoveredModel& model : coverages.models()) writeModel(root, settings, model, earlier);
+                         const ModelCoverages& coverages, const History* earlier, bool own) {
+  for (const CoveredModel& model : coverages.models()) {
+    writeModel(root, settings, model, earlier, own);
+  }
 }
 
 std::vector<HistoryCoverage> historyCoverage(const RunSettings& settings,

@@ -17,9 +17,11 @@ namespace qendor {
 // each named after the diagram name the info file (`settings`) gives its
 // first test case. With `earlier` (a run that keeps a history), each also
 // tells what this run and the earlier runs with the same model reached
-// together.
+// together. A chart is also drawn with its counts: a large one only in the
+// run's `own` document.
 void appendModelCoverage(xmlNode* root, const RunSettings& settings,
-                         const ModelCoverages& coverages, const History* earlier = nullptr);
+                         const ModelCoverages& coverages, const History* earlier = nullptr,
+                         bool own = true);
 
 // What the history keeps of this run's coverage: per model, its name, kind,
 // fingerprint and the elements reached.

@@ -50,6 +50,8 @@
     <c:s lang="en" k="name">Name</c:s>
     <c:s lang="en" k="count">Test cases</c:s>
     <c:s lang="en" k="chartCaption">States and transitions of</c:s>
+    <c:s lang="en" k="shownPre">Drawn:</c:s>
+    <c:s lang="en" k="shownPost">states around what no test case reached.</c:s>
     <c:s lang="en" k="sep">, </c:s>
 
     <c:s lang="zh-CN" k="title">模型覆盖率</c:s>
@@ -83,6 +85,8 @@
     <c:s lang="zh-CN" k="name">名称</c:s>
     <c:s lang="zh-CN" k="count">测试用例</c:s>
     <c:s lang="zh-CN" k="chartCaption">状态和转换：</c:s>
+    <c:s lang="zh-CN" k="shownPre">已绘制：</c:s>
+    <c:s lang="zh-CN" k="shownPost">个状态（围绕没有测试用例到达的部分）。</c:s>
     <c:s lang="zh-CN" k="sep">，</c:s>
 
     <c:s lang="zh-TW" k="title">模型覆蓋率</c:s>
@@ -116,6 +120,8 @@
     <c:s lang="zh-TW" k="name">名稱</c:s>
     <c:s lang="zh-TW" k="count">測試案例</c:s>
     <c:s lang="zh-TW" k="chartCaption">狀態和轉換：</c:s>
+    <c:s lang="zh-TW" k="shownPre">已繪製：</c:s>
+    <c:s lang="zh-TW" k="shownPost">個狀態（圍繞沒有測試案例到達的部分）。</c:s>
     <c:s lang="zh-TW" k="sep">，</c:s>
 
     <c:s lang="ko" k="title">모델 커버리지</c:s>
@@ -149,6 +155,8 @@
     <c:s lang="ko" k="name">이름</c:s>
     <c:s lang="ko" k="count">테스트 케이스</c:s>
     <c:s lang="ko" k="chartCaption">상태와 전이:</c:s>
+    <c:s lang="ko" k="shownPre">그린 상태:</c:s>
+    <c:s lang="ko" k="shownPost">(어떤 테스트 케이스도 도달하지 않은 부분 주변)</c:s>
     <c:s lang="ko" k="sep">, </c:s>
 
     <c:s lang="ja" k="title">モデルカバレッジ</c:s>
@@ -182,6 +190,8 @@
     <c:s lang="ja" k="name">名前</c:s>
     <c:s lang="ja" k="count">テストケース</c:s>
     <c:s lang="ja" k="chartCaption">状態と遷移:</c:s>
+    <c:s lang="ja" k="shownPre">描画:</c:s>
+    <c:s lang="ja" k="shownPost">状態（どのテストケースも到達しなかった部分の周り）</c:s>
     <c:s lang="ja" k="sep">、</c:s>
   </c:strings>
 
@@ -503,6 +513,7 @@
   <!-- Its states and transitions in file order, each with its count. Kept
        to itself: a drawing of the chart may take its place. -->
   <xsl:template name="coverage-chart">
+    <xsl:apply-templates select="Drawing" mode="cov"/>
     <div class="cov-box scroll" tabindex="0" role="region">
       <xsl:attribute name="aria-label">
         <xsl:call-template name="cw"><xsl:with-param name="k" select="'chartCaption'"/></xsl:call-template>
@@ -544,6 +555,75 @@
     </div>
   </xsl:template>
 
+  <!-- The chart as laid out (the Drawing qendor writes), each state and
+       transition shaded by its count with the count written beside its
+       name; what no test case reached is dashed. The table after it says
+       the same in words. -->
+  <xsl:template match="Drawing" mode="cov">
+    <xsl:variable name="all" select="number(ancestor::ModelCoverage/@testCases)"/>
+    <xsl:if test="@shown = 'neighbourhood'">
+      <p class="cov-at">
+        <xsl:call-template name="cw"><xsl:with-param name="k" select="'shownPre'"/></xsl:call-template>
+        <xsl:value-of select="concat(' ', @shownStates, ' / ', @states, ' ')"/>
+        <xsl:call-template name="cw"><xsl:with-param name="k" select="'shownPost'"/></xsl:call-template>
+      </p>
+    </xsl:if>
+    <div class="cov-box cov-drawing">
+      <svg class="cov-svg" viewBox="-24 -12 {@width + 48} {@height + 24}" width="{round(1.25 * (@width + 48))}" height="{round(1.25 * (@height + 24))}" aria-hidden="true">
+        <xsl:for-each select="Cluster">
+          <g>
+            <xsl:attribute name="class">cl <xsl:call-template name="coverage-drawn-level"><xsl:with-param name="all" select="$all"/></xsl:call-template></xsl:attribute>
+            <rect x="{@x}" y="{@y}" width="{@w}" height="{@h}" rx="6"/>
+            <text x="{@x + 6}" y="{@y + 13}"><xsl:value-of select="concat(@name, ' ', sum(@visited))"/></text>
+          </g>
+        </xsl:for-each>
+        <xsl:for-each select="Edge">
+          <g>
+            <xsl:attribute name="class">ed <xsl:value-of select="@kind"/><xsl:text> </xsl:text><xsl:call-template name="coverage-drawn-level"><xsl:with-param name="all" select="$all"/></xsl:call-template></xsl:attribute>
+            <path d="{@path}"/>
+            <xsl:if test="@arrow"><polygon points="{@arrow}"/></xsl:if>
+            <xsl:if test="@lx">
+              <text x="{@lx}" y="{@ly + 3}" text-anchor="middle"><xsl:value-of select="concat(@name, ' ', sum(@visited))"/></text>
+            </xsl:if>
+          </g>
+        </xsl:for-each>
+        <xsl:for-each select="Node">
+          <g>
+            <xsl:attribute name="class">nd <xsl:value-of select="@kind"/><xsl:text> </xsl:text><xsl:call-template name="coverage-drawn-level"><xsl:with-param name="all" select="$all"/></xsl:call-template></xsl:attribute>
+            <xsl:choose>
+              <xsl:when test="@kind = 'start' or @kind = 'initial'">
+                <circle cx="{@x + @w div 2}" cy="{@y + @h div 2}" r="{@w div 2}"/>
+              </xsl:when>
+              <xsl:otherwise>
+                <rect x="{@x}" y="{@y}" width="{@w}" height="{@h}" rx="5"/>
+                <xsl:if test="@kind = 'termination'">
+                  <rect class="inner" x="{@x + 3}" y="{@y + 3}" width="{@w - 6}" height="{@h - 6}" rx="3"/>
+                </xsl:if>
+                <text x="{@x + @w div 2}" y="{@y + @h div 2 + 4}" text-anchor="middle"><xsl:value-of select="@name"/></text>
+                <rect class="n" x="{@x + @w - 9}" y="{@y - 7}" width="{6 * string-length(sum(@visited)) + 8}" height="14" rx="7"/>
+                <text class="n" x="{@x + @w - 5 + 3 * string-length(sum(@visited))}" y="{@y + 3.5}" text-anchor="middle"><xsl:value-of select="sum(@visited)"/></text>
+              </xsl:otherwise>
+            </xsl:choose>
+          </g>
+        </xsl:for-each>
+      </svg>
+    </div>
+  </xsl:template>
+
+  <!-- The shade of a drawn element's count ("visited", absent for none). -->
+  <xsl:template name="coverage-drawn-level">
+    <xsl:param name="all"/>
+    <xsl:variable name="n" select="sum(@visited)"/>
+    <xsl:text>cov-l</xsl:text>
+    <xsl:choose>
+      <xsl:when test="@kind = 'start' or @kind = 'initial'">s</xsl:when>
+      <xsl:when test="$n = 0">0</xsl:when>
+      <xsl:when test="$n * 3 &lt;= $all">1</xsl:when>
+      <xsl:when test="$n * 3 &lt;= $all * 2">2</xsl:when>
+      <xsl:otherwise>3</xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
   <!-- Written once per page that has a coverage section. The shades have
        the page's text colour on them at 4.5:1 or more in both themes. -->
   <xsl:template name="coverage-css">
@@ -581,6 +661,23 @@
 .cov-table .num{text-align:right;font-variant-numeric:tabular-nums;}
 .cov-table td.cov-l0{border-bottom-style:dashed;}
 .cov-rowname{font-weight:400;overflow-wrap:anywhere;}
+.cov-drawing{margin:.5em 0;max-height:70vh;overflow:auto;border:1px solid var(--line,#d0d7de);border-radius:6px;}
+.cov-svg{display:block;font-size:11px;}
+.cov-svg text{fill:var(--fg,#1f2328);}
+.cov-svg .nd rect,.cov-svg .cl rect{fill:var(--card,#fff);stroke:var(--covline);stroke-width:1.5;}
+.cov-svg .nd.cov-l0 rect,.cov-svg .cl.cov-l0 rect{stroke-dasharray:4 3;}
+.cov-svg .nd.cov-l1 rect{fill:var(--cov1);}
+.cov-svg .nd.cov-l2 rect{fill:var(--cov2);}
+.cov-svg .nd.cov-l3 rect{fill:var(--cov3);}
+.cov-svg .cl rect{fill:none;}
+.cov-svg .nd rect.n{fill:var(--card,#fff);stroke:var(--covline);stroke-width:1;stroke-dasharray:none;}
+.cov-svg text.n{font-weight:600;font-size:10px;}
+.cov-svg circle{fill:var(--fg,#1f2328);}
+.cov-svg .ed path{fill:none;stroke:var(--covline);stroke-width:1.2;}
+.cov-svg .ed polygon{fill:var(--covline);}
+.cov-svg .ed.cov-l0 path{stroke-dasharray:4 3;}
+.cov-svg .ed.cov-l1 path,.cov-svg .ed.cov-l2 path{stroke-width:2.2;}
+.cov-svg .ed.cov-l3 path{stroke-width:3.2;}
 @media print{.cov-model{break-inside:avoid;}}
 </xsl:text>
   </xsl:template>

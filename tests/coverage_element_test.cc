@@ -48,12 +48,37 @@ struct Fixture {
     }
   }
 
-  std::string xml(const History* earlier = nullptr) const {
+  // The elements written, each on a line; a chart's Drawing, whose
+  // coordinates come from the layout library, only with `drawing` (alone).
+  std::string xml(const History* earlier = nullptr, bool drawing = false) const {
     XmlNodePtr root(newElement("TestResult"));
     appendModelCoverage(root.get(), settings, coverages, earlier);
     std::string out;
     for (xmlNode* child = root->children; child; child = child->next) {
+      for (xmlNode* part = child->children; part; part = part->next) {
+        if (xmlStrcmp(part->name, BAD_CAST "Drawing") != 0) continue;
+        if (drawing) return drawnCounts(part);
+        xmlUnlinkNode(part);
+        xmlFreeNode(part);
+        break;
+      }
       out += test::dumpNode(child) + "\n";
+    }
+    return out;
+  }
+
+  // Of a Drawing, each drawn element's name and count ("-" without one).
+  static std::string drawnCounts(xmlNode* drawing) {
+    std::string out;
+    for (xmlNode* part = drawing->children; part; part = part->next) {
+      if (part->type != XML_ELEMENT_NODE) continue;
+      xmlChar* name = xmlGetProp(part, BAD_CAST "name");
+      xmlChar* visited = xmlGetProp(part, BAD_CAST "visited");
+      out += std::string(reinterpret_cast<const char*>(part->name)) + " " +
+             (name ? reinterpret_cast<const char*>(name) : "") + " " +
+             (visited ? reinterpret_cast<const char*>(visited) : "-") + "\n";
+      xmlFree(name);
+      xmlFree(visited);
     }
     return out;
   }
@@ -154,6 +179,25 @@ TEST(CoverageElement, ChartStatesAndTransitions) {
             "<Transition guid=\"t2\" name=\"done\" count=\"0\"/>"
             "<State guid=\"s3\" name=\"End\" count=\"0\"/>"
             "</ModelCoverage>\n");
+}
+
+// The chart is drawn with each state's and transition's count.
+TEST(CoverageElement, ChartsAreDrawnWithTheirCounts) {
+  const Fixture fixture({test::kStatechart, test::kStatechart},
+                        {{record("ZKR_ASSERT_TRUE(x == 1)"), record(test::kCodeFinish)},
+                         {record("ZKR_ASSERT_TRUE(y == 2)"), record(test::kCodeFinish)}});
+  EXPECT_EQ(fixture.xml(nullptr, true),
+            "Node  -\n"
+            "Node Init 1\n"
+            "Node Work 1\n"
+            "Node End 1\n"
+            "Edge  -\n"
+            "Edge go 1\n"
+            "Edge done 1\n");
+  const Fixture alone({test::kStatechart},
+                      {{record("ZKR_ASSERT_TRUE(y == 2)"), record(test::kCodeFinish)}});
+  EXPECT_EQ(alone.xml(nullptr, true),
+            "Node  -\nNode Init -\nNode Work -\nNode End -\nEdge  -\nEdge go -\nEdge done -\n");
 }
 
 // What the history keeps: the reached steps' and operands' lines, and with
