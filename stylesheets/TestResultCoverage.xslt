@@ -24,6 +24,7 @@
     <c:s lang="en" k="sequence">Sequence diagram</c:s>
     <c:s lang="en" k="chart">Chart</c:s>
     <c:s lang="en" k="testCases">test cases</c:s>
+    <c:s lang="en" k="testCase">test case</c:s>
     <c:s lang="en" k="members">Test cases:</c:s>
     <c:s lang="en" k="thisRun">This run</c:s>
     <c:s lang="en" k="overPre">Over the last</c:s>
@@ -59,6 +60,7 @@
     <c:s lang="zh-CN" k="sequence">序列图</c:s>
     <c:s lang="zh-CN" k="chart">状态图/流程图</c:s>
     <c:s lang="zh-CN" k="testCases">个测试用例</c:s>
+    <c:s lang="zh-CN" k="testCase">个测试用例</c:s>
     <c:s lang="zh-CN" k="members">测试用例：</c:s>
     <c:s lang="zh-CN" k="thisRun">本次运行</c:s>
     <c:s lang="zh-CN" k="overPre">最近</c:s>
@@ -94,6 +96,7 @@
     <c:s lang="zh-TW" k="sequence">循序圖</c:s>
     <c:s lang="zh-TW" k="chart">狀態圖/流程圖</c:s>
     <c:s lang="zh-TW" k="testCases">個測試案例</c:s>
+    <c:s lang="zh-TW" k="testCase">個測試案例</c:s>
     <c:s lang="zh-TW" k="members">測試案例：</c:s>
     <c:s lang="zh-TW" k="thisRun">本次執行</c:s>
     <c:s lang="zh-TW" k="overPre">最近</c:s>
@@ -129,6 +132,7 @@
     <c:s lang="ko" k="sequence">시퀀스 다이어그램</c:s>
     <c:s lang="ko" k="chart">차트</c:s>
     <c:s lang="ko" k="testCases">개 테스트 케이스</c:s>
+    <c:s lang="ko" k="testCase">개 테스트 케이스</c:s>
     <c:s lang="ko" k="members">테스트 케이스:</c:s>
     <c:s lang="ko" k="thisRun">이번 실행</c:s>
     <c:s lang="ko" k="overPre">최근</c:s>
@@ -164,6 +168,7 @@
     <c:s lang="ja" k="sequence">シーケンス図</c:s>
     <c:s lang="ja" k="chart">チャート</c:s>
     <c:s lang="ja" k="testCases">件のテストケース</c:s>
+    <c:s lang="ja" k="testCase">件のテストケース</c:s>
     <c:s lang="ja" k="members">テストケース:</c:s>
     <c:s lang="ja" k="thisRun">今回の実行</c:s>
     <c:s lang="ja" k="overPre">直近</c:s>
@@ -234,7 +239,7 @@
           <xsl:text> · </xsl:text>
           <xsl:call-template name="int"><xsl:with-param name="n" select="@testCases"/></xsl:call-template>
           <xsl:text> </xsl:text>
-          <xsl:call-template name="cw"><xsl:with-param name="k" select="'testCases'"/></xsl:call-template>
+          <xsl:call-template name="cw"><xsl:with-param name="k" select="concat('testCase', substring('s', 1, number(@testCases != 1)))"/></xsl:call-template>
         </span>
       </h3>
       <xsl:call-template name="coverage-totals"/>
