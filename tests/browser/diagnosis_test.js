@@ -173,6 +173,33 @@ async function run() {
             path_);
       check(code + ': the unmatched assertion is named',
             (await page.textContent('#tc-ReturnParcel .chart-path .rejected')).includes('order.isPaid()'));
+      // The chart drawn: the path's marks on their states and transitions,
+      // where the search stopped, what performs the missed assertion and
+      // what blocked the way there; the rest pale.
+      const drawn = await page.$$eval('#tc-ReturnParcel svg.chart-svg g', (groups) => groups.map((g) => ({
+        cls: g.getAttribute('class'),
+        texts: Array.from(g.querySelectorAll('text')).map((t) => t.textContent),
+      })));
+      const named = (kind, name) => drawn.find((g) => g.cls.startsWith(kind) && g.texts[0] === name) || {cls: '', texts: []};
+      check(code + ': the chart is drawn', (await page.$eval('#tc-ReturnParcel svg.chart-svg',
+                                                           (svg) => svg.getBoundingClientRect().height)) > 100);
+      equal(code + ': Init is step 1', ['Node state on', ['Init', '1']], [named('Node', 'Init').cls, named('Node', 'Init').texts]);
+      check(code + ': Filled is step 3 and where the search stopped',
+            /\bon\b.*\bstop\b/.test(named('Node', 'Filled').cls) && named('Node', 'Filled').texts.includes('3'),
+            named('Node', 'Filled'));
+      check(code + ': addItem is step 2', /\bon\b/.test(named('Edge', 'addItem').cls) &&
+            named('Edge', 'addItem').texts.includes('2'), named('Edge', 'addItem'));
+      check(code + ': Paid performs the missed assertion, pale',
+            /\bpale\b.*\bperforms\b/.test(named('Node', 'Paid').cls), named('Node', 'Paid'));
+      check(code + ': checkout blocked the way', /\bblocked\b/.test(named('Edge', 'checkout').cls),
+            named('Edge', 'checkout'));
+      check(code + ': End never visited, pale', /\bpale\b/.test(named('Node', 'End').cls), named('Node', 'End'));
+      // The stop mark leads to the assertion's row, whose mark leads back.
+      await page.click('#tc-ReturnParcel svg.chart-svg a.stop-mark');
+      await page.waitForFunction(() => location.hash === '#tc-ReturnParcel-a3');
+      const back = await page.$eval('#tc-ReturnParcel-a3 a.model-mark', (a) => a.getAttribute('href'));
+      equal(code + ': the row links back to the picture', '#tc-ReturnParcel-rej', back);
+      check(code + ': the way back exists', (await page.$('#tc-ReturnParcel-rej')) !== null);
       await page.screenshot({path: path.join(shots, 'Returns-' + code + '.png'), fullPage: true});
 
       // A phone: the picture wraps, the page never scrolls sideways.
@@ -201,6 +228,19 @@ async function run() {
       }));
       for (const [fg, bg] of colours) {
         check(code + ': dark chip readable (' + fg + ' on ' + bg + ')', contrast(fg, bg) >= 4.5);
+      }
+      // The drawing's names read in dark mode, pale ones included.
+      const drawnColours = await page.$$eval('#tc-ReturnParcel svg.chart-svg g.Node', (groups) =>
+        groups.filter((g) => g.querySelector('text')).map((g) => {
+          const fill = getComputedStyle(g.querySelector('rect')).fill;
+          let bg = fill;
+          for (let e = g.closest('div'); e && (!/^rgb/.test(bg) || /rgba\(0, 0, 0, 0\)/.test(bg)); e = e.parentElement) {
+            bg = getComputedStyle(e).backgroundColor;
+          }
+          return [g.querySelector('text').textContent, getComputedStyle(g.querySelector('text')).fill, bg];
+        }));
+      for (const [name, fg, bg] of drawnColours) {
+        check(code + ': dark drawing, ' + name + ' readable (' + fg + ' on ' + bg + ')', contrast(fg, bg) >= 4.5);
       }
       await page.screenshot({path: path.join(shots, 'Returns-' + code + '-dark.png'), fullPage: true});
       await page.emulateMedia({colorScheme: 'light'});
