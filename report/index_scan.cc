@@ -154,7 +154,9 @@ IndexScan scanIndexDirectory(const std::string& directory) {
   closedir(folder);
   for (const std::string& name : names) {
     IndexedContext context;
-    switch (readIndexedContextFile(directory + "/" + name, context)) {
+    std::string path = directory;
+    path.append("/").append(name);
+    switch (readIndexedContextFile(path, context)) {
       case IndexRead::kContext:
         context.file = name;
         scan.contexts.push_back(std::move(context));
