@@ -54,10 +54,11 @@ struct Options {
 };
 
 [[noreturn]] void usage() {
-  std::fprintf(stderr,
-               "usage: qendor_bench_generate DIR [--cases N] [--records M] "
-               "[--first-records K] [--form full|short] [--files F] [--used-files U] "
-               "[--steps P] [--pad L] [--chart state|flow] [--fan K] [--info NAME] [--progress yes]\n");
+  std::fprintf(
+      stderr,
+      "usage: qendor_bench_generate DIR [--cases N] [--records M] "
+      "[--first-records K] [--form full|short] [--files F] [--used-files U] "
+      "[--steps P] [--pad L] [--chart state|flow] [--fan K] [--info NAME] [--progress yes]\n");
   std::exit(2);
 }
 

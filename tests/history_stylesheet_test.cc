@@ -130,7 +130,8 @@ TEST(HistoryStylesheet, EveryLanguageShowsStripsLabelsTrendAndNewFailuresFirst) 
   EXPECT_TRUE(has(english, "title=\"Run 2 (Fri Nov 21 09:00:00 2025 UTC): Passed\""));
   EXPECT_TRUE(has(english, "<td>Sat Nov 22 10:15:42 2025</td>"));
   EXPECT_TRUE(has(english, "<td>Thu Nov 20 09:00:00 2025 UTC</td>"));
-  EXPECT_TRUE(has(render("JPN", "context_history.xml"), "<td>2025年11月21日(金) 09:00:00 UTC</td>"));
+  EXPECT_TRUE(
+      has(render("JPN", "context_history.xml"), "<td>2025年11月21日(金) 09:00:00 UTC</td>"));
   EXPECT_TRUE(has(english,
                   "<p id=\"hist-banner\"><span class=\"vh\">Since the run before: </span>"
                   "<a id=\"hist-first-new\" class=\"hist-label hl-new\" href=\"#tc-Broken\">"
