@@ -46,6 +46,14 @@ for round in 1 2; do
     -resultfile results.log -outdirectory out -tcontext Shop.Checkout -history history
 done
 
+# The explained example with its model coverage and an index: the charts
+# laid out by the layout library, the diagnoses and the coverage views.
+mkdir -p "$work/explain/out"
+cp -R "$source/examples/explain/." "$work/explain/"
+cp "$source"/examples/explain/verification/*.ver "$work/explain/out/"
+check "explained example with -coverage and -index" 10 "$work/explain" -infofile explain.info \
+  -resultfile results.log -outdirectory out -tcontext Shop.Returns -explain -coverage -index
+
 # The shop scenario: the context and each test case alone.
 cp -R "$source/tests/scenarios/shop" "$work/shop"
 check "shop, context" 10 "$work/shop" -infofile shop.info -resultfile results.log \
