@@ -13,9 +13,7 @@ const os = require('os');
 const path = require('path');
 const {spawnSync} = require('child_process');
 
-const CHROMIUM = '/usr/bin/chromium';
-const ARGS = ['--no-sandbox', '--disable-gpu', '--no-first-run', '--disable-background-networking',
-              '--disable-component-update', '--disable-sync'];
+const {CHROMIUM, ARGS, AXE, fileUrl} = require('./chromium');
 
 function die(message) {
   console.error('coverage browser test: ' + message);
@@ -31,7 +29,6 @@ try {
 } catch (e) {
   die('tests/browser/node_modules is missing: run npm ci --prefix tests/browser\n' + e.message);
 }
-const AXE = path.join(__dirname, 'node_modules', 'axe-core', 'axe.min.js');
 
 const {check, equal, finish} = require('./checks');
 
@@ -56,7 +53,6 @@ function makeReports(code) {
   return out;
 }
 
-const fileUrl = (file) => 'file://' + file.split(path.sep).map(encodeURIComponent).join('/');
 
 // The relative luminance contrast of two "rgb(r, g, b)" colours.
 function contrast(a, b) {

@@ -12,10 +12,7 @@ const os = require('os');
 const path = require('path');
 const {spawnSync} = require('child_process');
 
-const CHROMIUM = '/usr/bin/chromium';
-const ARGS = ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run', '--disable-background-networking',
-              '--disable-component-update', '--disable-sync'];
-const AXE = path.join(__dirname, 'node_modules', 'axe-core', 'axe.min.js');
+const {CHROMIUM, ARGS, AXE, fileUrl} = require('./chromium');
 const LANGUAGES = ['ENU', 'CHS', 'CHT', 'KOR', 'JPN'];
 
 function die(message) {
@@ -107,7 +104,6 @@ async function axeAndNarrow(context, dir, what) {
   await page.close();
 }
 
-const fileUrl = (file) => 'file://' + file.split(path.sep).map(encodeURIComponent).join('/');
 
 // The relative luminance contrast of two "rgb(r, g, b)" colours.
 function contrast(a, b) {

@@ -14,9 +14,7 @@ const fs = require('fs');
 const path = require('path');
 const {spawnSync} = require('child_process');
 
-const CHROMIUM = '/usr/bin/chromium';
-const ARGS = ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
-              '--disable-background-networking', '--disable-component-update', '--disable-sync'];
+const {CHROMIUM, ARGS, AXE, fileUrl} = require('./chromium');
 
 function die(message) {
   console.error('history browser test: ' + message);
@@ -31,7 +29,6 @@ try {
 } catch (e) {
   die('tests/browser/node_modules is missing: run npm ci --prefix tests/browser\n' + e.message);
 }
-const AXE = path.join(__dirname, 'node_modules', 'axe-core', 'axe.min.js');
 const {check, equal, finish} = require('./checks');
 
 // The sample rendered with the stylesheets that lie beside the program.
@@ -47,7 +44,6 @@ function render(code) {
   return html;
 }
 
-const fileUrl = (file) => 'file://' + file.split(path.sep).map(encodeURIComponent).join('/');
 
 async function visibleCases(page) {
   return page.$$eval('details.case', (all) => all.filter((c) => !c.hidden).map((c) => c.id));

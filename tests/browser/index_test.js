@@ -13,10 +13,7 @@ const os = require('os');
 const path = require('path');
 const {spawnSync} = require('child_process');
 
-const CHROMIUM = '/usr/bin/chromium';
-const ARGS = ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
-              '--disable-background-networking', '--disable-component-update', '--disable-sync'];
-const AXE = path.join(__dirname, 'node_modules', 'axe-core', 'axe.min.js');
+const {CHROMIUM, ARGS, AXE, fileUrl} = require('./chromium');
 
 function die(message) {
   console.error('index browser test: ' + message);
@@ -82,7 +79,6 @@ function makeFolder(code) {
   return path.join(out, 'index.html');
 }
 
-const fileUrl = (file) => 'file://' + file.split(path.sep).map(encodeURIComponent).join('/');
 
 async function axeViolations(page) {
   await page.addScriptTag({path: AXE});

@@ -17,9 +17,7 @@ const os = require('os');
 const path = require('path');
 const {spawnSync} = require('child_process');
 
-const CHROMIUM = '/usr/bin/chromium';
-const ARGS = ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
-              '--disable-background-networking', '--disable-component-update', '--disable-sync'];
+const {CHROMIUM, ARGS, fileUrl} = require('./chromium');
 
 function die(message) {
   console.error('large report browser test: ' + message);
@@ -58,7 +56,6 @@ const statusOf = (c) => (c % 25 === 7 ? 'ERROR' : c % 10 === 3 ? 'FAILED' : 'PAS
 const problems = [];
 for (let c = 1; c <= CASES; c++) if (statusOf(c) !== 'PASSED') problems.push('tc-Case' + c);
 
-const fileUrl = (file) => 'file://' + file.split(path.sep).map(encodeURIComponent).join('/');
 
 async function withContext(options, body) {
   const profile = fs.mkdtempSync(path.join(os.tmpdir(), 'qendor-chromium-'));

@@ -17,10 +17,7 @@ const os = require('os');
 const path = require('path');
 const {spawnSync} = require('child_process');
 
-const CHROMIUM = '/usr/bin/chromium';
-const ARGS = ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
-              '--disable-background-networking', '--disable-component-update', '--disable-sync'];
-const AXE = path.join(__dirname, 'node_modules', 'axe-core', 'axe.min.js');
+const {CHROMIUM, ARGS, AXE, fileUrl} = require('./chromium');
 
 function die(message) {
   console.error('browser tests: ' + message);
@@ -91,10 +88,6 @@ function makeReports(code) {
   equal(code + ': qendor exit status of the example', 10, run.status);
   if (!fs.existsSync(path.join(out, 'Checkout.html'))) die(code + ': no report was made: ' + run.stdout);
   return out;
-}
-
-function fileUrl(file) {
-  return 'file://' + file.split(path.sep).map(encodeURIComponent).join('/');
 }
 
 async function withContext(options, body) {
