@@ -260,11 +260,11 @@ echo "bench: the large context's page in Chromium" >&2
 # share of it used. Skipped when node, Chromium or the npm packages are missing.
 browser_rows() {  # the output of browser_bench.js
   figure() { echo "$1" | awk -v k="$2" '$1 == k { print $2 }'; }
-  for spec in "load_ms:load event (ms):1500" "elements:elements at load:150000" \
-              "search_ms:search typed (ms):200" "clear_ms:search cleared (ms):200" \
-              "filter_ms:status filter off (ms):200" "unfilter_ms:status filter on (ms):200"; do
-    key=${spec%%:*}
-    rest=${spec#*:}
+  for figure_row in "load_ms:load event (ms):1500" "elements:elements at load:150000" \
+                    "search_ms:search typed (ms):200" "clear_ms:search cleared (ms):200" \
+                    "filter_ms:status filter off (ms):200" "unfilter_ms:status filter on (ms):200"; do
+    key=${figure_row%%:*}
+    rest=${figure_row#*:}
     value=$(figure "$1" "$key")
     row "Chromium 4000x24: ${rest%:*}" "$value" "${rest##*:}" "$(ratio "$value" "${rest##*:}")" 1
   done
