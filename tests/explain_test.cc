@@ -2,69 +2,25 @@
 // model-based test cases and changes nothing else, in every bundled scenario.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <regex>
 #include <string>
 #include <vector>
 
+#include "tests/scenario_run.h"
 #include "tests/test_support.h"
 
 namespace qendor {
 namespace {
 
-namespace fs = std::filesystem;
-
-// A folder to run in: the scenario's files, its verification files in "out".
-struct Scenario {
-  std::string name;
-  std::string source;  // below the source tree
-  std::string info;
-  std::string log;
-  std::string context;
-  std::string verification;  // folder of .ver files below `source`
-};
-
-const Scenario kScenarios[] = {
-    {"example", "examples", "shop.info", "results.log", "Shop.Checkout", "verification"},
-    {"short example", "examples/short", "short.info", "results.log", "Shop.Cart", "verification"},
-    {"shop scenario", "tests/scenarios/shop", "shop.info", "results.log", "Pkg.Ctx", "out"},
-    {"half-edited scenario", "tests/scenarios/halfedit", "half.info", "results.log", "Pkg.Half",
-     "out"},
-    {"explained example", "examples/explain", "explain.info", "results.log", "Shop.Returns",
-     "verification"},
-};
+using test::kScenarios;
+using test::Scenario;
 
 // The documents of one run, by file name, with the header's time masked.
-std::vector<std::pair<std::string, std::string>> runDocuments(const Scenario& setup,
-                                                              const std::string& which,
-                                                              const std::string& name, bool explain,
-                                                              int& status) {
-  test::TempDir dir;
-  fs::copy(std::string(QENDOR_SOURCE_DIR) + "/" + setup.source, dir.path(),
-           fs::copy_options::recursive);
-  fs::create_directories(dir.file("out"));
-  for (const auto& entry : fs::directory_iterator(dir.file(setup.verification))) {
-    if (setup.verification == "out") break;  // already in place
-    if (entry.path().extension() == ".ver") {
-      fs::copy_file(entry.path(), dir.file("out/" + entry.path().filename().string()),
-                    fs::copy_options::overwrite_existing);
-    }
-  }
-  std::vector<std::string> args = {"-infofile",     setup.info, "-resultfile", setup.log,
-                                   "-outdirectory", "out",      which,         name};
-  if (explain) args.insert(args.begin() + 2, "-explain");
-  const test::ProgramOutcome outcome =
-      test::runProgram(QENDOR_BINARY, args, dir.path(), "/nonexistent");
-  status = outcome.status;
-  static const std::regex time(" time=\"[^\"]*\"");
-  std::vector<std::pair<std::string, std::string>> documents;
-  for (const std::string& file : test::filesIn(dir.file("out"))) {
-    if (fs::path(file).extension() != ".xml") continue;
-    documents.emplace_back(
-        file, std::regex_replace(test::readFile(dir.file("out/" + file)), time, " time=\"*\""));
-  }
-  documents.emplace_back("(stdout)", outcome.out);
-  return documents;
+test::Documents runDocuments(const Scenario& setup, const std::string& which,
+                             const std::string& name, bool explain, int& status) {
+  test::ScenarioRun run(setup);
+  return run.documents(explain ? std::vector<std::string>{"-explain"} : std::vector<std::string>{},
+                       status, which, name);
 }
 
 // The document without its Diagnosis elements, line by line: each stands on
