@@ -74,29 +74,16 @@ TerminalOutcome runOnTerminal(const std::vector<std::string>& args, const std::s
   cfmakeraw(&raw);
   tcsetattr(slave, TCSANOW, &raw);
   const std::string outFile = dir + "/stdout.txt";
-  std::vector<std::string> words = args;
-  words.insert(words.begin(), QENDOR_BINARY);
-  std::vector<std::string> env = {"PATH=" + path, "USERNAME=tester", "HOSTNAME=testhost", "TZ=UTC",
-                                  "LC_ALL=C"};
-  std::vector<char*> argv, envp;
-  for (std::string& w : words) argv.push_back(w.data());
-  argv.push_back(nullptr);
-  for (std::string& e : env) envp.push_back(e.data());
-  envp.push_back(nullptr);
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_addopen(&actions, 1, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
                                    0644);
   posix_spawn_file_actions_adddup2(&actions, slave, 2);
   posix_spawn_file_actions_addclose(&actions, master);
-  const fs::path previous = fs::current_path();
-  fs::current_path(dir);
-  pid_t pid = -1;
-  const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
-  fs::current_path(previous);
+  const pid_t pid = test::spawnProgram(QENDOR_BINARY, args, dir, path, &actions);
   posix_spawn_file_actions_destroy(&actions);
   close(slave);
-  if (spawned != 0) {
+  if (pid < 0) {
     close(master);
     return outcome;
   }
@@ -195,26 +182,15 @@ TEST_F(ProgressRun, ATestCaseRunShowsNone) {
 TEST_F(ProgressRun, APipeGetsNothing) {
   int fds[2];
   ASSERT_EQ(pipe(fds), 0);
-  std::vector<std::string> words = contextArgs();
-  words.insert(words.begin(), QENDOR_BINARY);
-  std::vector<std::string> env = {"PATH=/usr/bin:/bin", "USERNAME=tester", "HOSTNAME=testhost",
-                                  "TZ=UTC", "LC_ALL=C"};
-  std::vector<char*> argv, envp;
-  for (std::string& w : words) argv.push_back(w.data());
-  argv.push_back(nullptr);
-  for (std::string& e : env) envp.push_back(e.data());
-  envp.push_back(nullptr);
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_adddup2(&actions, fds[1], 2);
   posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
   posix_spawn_file_actions_addclose(&actions, fds[0]);
-  const fs::path previous = fs::current_path();
-  fs::current_path(dir_.path());
-  pid_t pid = -1;
-  ASSERT_EQ(posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data()), 0);
-  fs::current_path(previous);
+  const pid_t pid =
+      test::spawnProgram(QENDOR_BINARY, contextArgs(), dir_.path(), "/usr/bin:/bin", &actions);
   posix_spawn_file_actions_destroy(&actions);
+  ASSERT_GE(pid, 0);
   close(fds[1]);
   std::string err;
   char buffer[4096];

@@ -129,12 +129,9 @@ std::vector<std::string> filesIn(const std::string& dir) {
   return names;
 }
 
-RunningProgram startProgram(const std::string& program, const std::vector<std::string>& args,
-                            const std::string& workDir, const std::string& path) {
-  RunningProgram running;
-  running.capture_ = std::make_unique<TempDir>();
-  const std::string outFile = running.capture_->file("stdout");
-  const std::string errFile = running.capture_->file("stderr");
+pid_t spawnProgram(const std::string& program, const std::vector<std::string>& args,
+                   const std::string& workDir, const std::string& path,
+                   const posix_spawn_file_actions_t* actions) {
   std::vector<std::string> env = {"PATH=" + path, "USERNAME=tester", "HOSTNAME=testhost", "TZ=UTC",
                                   "LC_ALL=C"};
   std::vector<std::string> words = args;
@@ -144,21 +141,29 @@ RunningProgram startProgram(const std::string& program, const std::vector<std::s
   argv.push_back(nullptr);
   for (std::string& e : env) envp.push_back(e.data());
   envp.push_back(nullptr);
+  // Relative paths in the arguments are relative to workDir.
+  const fs::path previous = fs::current_path();
+  fs::current_path(workDir);
+  pid_t pid = -1;
+  const int spawned = posix_spawn(&pid, argv[0], actions, nullptr, argv.data(), envp.data());
+  fs::current_path(previous);
+  return spawned == 0 ? pid : -1;
+}
 
+RunningProgram startProgram(const std::string& program, const std::vector<std::string>& args,
+                            const std::string& workDir, const std::string& path) {
+  RunningProgram running;
+  running.capture_ = std::make_unique<TempDir>();
+  const std::string outFile = running.capture_->file("stdout");
+  const std::string errFile = running.capture_->file("stderr");
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_addopen(&actions, 1, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
                                    0644);
   posix_spawn_file_actions_addopen(&actions, 2, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
                                    0644);
-  // Relative paths in the arguments are relative to workDir.
-  const fs::path previous = fs::current_path();
-  fs::current_path(workDir);
-  pid_t pid = 0;
-  const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
-  fs::current_path(previous);
+  running.pid_ = spawnProgram(program, args, workDir, path, &actions);
   posix_spawn_file_actions_destroy(&actions);
-  if (spawned == 0) running.pid_ = pid;
   return running;
 }
 

@@ -1,6 +1,9 @@
 // Helpers shared by the tests: a fresh run, temporary folders and files.
 #pragma once
 
+#include <spawn.h>
+#include <sys/types.h>
+
 #include "base/status.h"
 
 #include <cstddef>
@@ -79,6 +82,12 @@ struct ProgramOutcome {
 // wrote on standard output and standard error.
 ProgramOutcome runProgram(const std::string& program, const std::vector<std::string>& args,
                           const std::string& workDir, const std::string& path = "/usr/bin:/bin");
+
+// Starts `program` as runProgram does, its files set up by `actions`; the
+// process id, or -1 when it could not be started.
+pid_t spawnProgram(const std::string& program, const std::vector<std::string>& args,
+                   const std::string& workDir, const std::string& path,
+                   const posix_spawn_file_actions_t* actions);
 
 // The same in two steps, so that several programs can run at once: started
 // by startProgram, waited for by finish().
