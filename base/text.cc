@@ -61,4 +61,13 @@ std::string decimalText(int64_t number) {
   return std::to_string(number);
 }
 
+std::string withoutBlanks(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  for (char c : text) {
+    if (c != ' ') result += c;
+  }
+  return result;
+}
+
 }  // namespace qendor

@@ -36,4 +36,8 @@ int32_t readInt32(std::string_view text);
 // "%d" of a number.
 std::string decimalText(int64_t number);
 
+// `text` with its blanks (spaces; tabs stay) left out, as the verification
+// file reader leaves them out of every line.
+std::string withoutBlanks(std::string_view text);
+
 }  // namespace qendor

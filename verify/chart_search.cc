@@ -124,15 +124,6 @@ const ChartRecord* runSearch(const ChartRecord* start, Advance advance,
   }
 }
 
-std::string withoutBlanks(const std::string& text) {
-  std::string result;
-  result.reserve(text.size());
-  for (char c : text) {
-    if (c != ' ') result += c;
-  }
-  return result;
-}
-
 // The transition rule the two step searches share: the assertion in the
 // target's entry action finds the target, another assertion there is a
 // barrier, otherwise the search goes on in the target.

@@ -11,15 +11,6 @@ namespace {
 
 constexpr std::string_view kAssertMarker = "ZKR_ASSERT";
 
-std::string withoutBlanks(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
-  for (char c : text) {
-    if (c != ' ') result += c;
-  }
-  return result;
-}
-
 bool isState(const ChartRecord& record) {
   return !record.stateName.empty();
 }

@@ -274,14 +274,6 @@ class Judgement {
     }
   }
 
-  static std::string withoutBlanks(std::string_view text) {
-    std::string result;
-    for (char c : text) {
-      if (c != ' ') result += c;
-    }
-    return result;
-  }
-
   // One failed record fails the test case for good.
   void rollUp(const AssertionEntry& entry) {
     if (entry.record->status != Status::kPassed) {
